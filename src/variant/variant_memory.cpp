@@ -1,0 +1,25 @@
+#include <cstdlib>
+#include <new>
+
+#include "mosaic2/variant.h"
+
+namespace mosaic2 {
+
+variant_t::memory_functions_t variant_t::m_mem = {std::free, std::malloc};
+
+namespace internal {
+
+int sync_inc(int* count) {
+    return __atomic_add_fetch(count, 1, __ATOMIC_RELAXED);
+}
+
+int sync_dec(int* count) {
+    return __atomic_sub_fetch(count, 1, __ATOMIC_ACQ_REL);
+}
+
+void throw_bad_alloc() {
+    throw std::bad_alloc();
+}
+
+}  // namespace internal
+}  // namespace mosaic2

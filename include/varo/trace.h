@@ -1,0 +1,23 @@
+#pragma once
+
+#include <iosfwd>
+
+#include "varo/export.h"
+
+namespace varo_3_3::internal {
+
+/// Whether the trace goes to BRIX::ucout. Every parse switches it off when it starts and on again
+/// if its first argument is "varooption=varologenable=1", so a host's own write holds until the
+/// next parse. One switch for the process, not locked.
+extern VARO_EXPORT bool varoLogEnabled;
+
+}  // namespace varo_3_3::internal
+
+namespace BRIX {
+
+/// The console stream that the trace is written to: the process's std::cout. Redirect the trace
+/// with `ucout.rdbuf(buffer)`. A program that writes here itself includes `<iostream>`, which is
+/// what makes the stream ready before main().
+extern VARO_EXPORT std::ostream& ucout;
+
+}  // namespace BRIX

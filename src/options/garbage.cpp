@@ -1,0 +1,50 @@
+#include "options/garbage.h"
+
+#include <algorithm>
+
+namespace varo_3_3 {
+
+char const* Garbage::init(char const* text) {
+    return init(std::string_view(text != nullptr ? text : ""));
+}
+
+char const* Garbage::init(std::string_view text) {
+    std::uint32_t const hash = BRIX::hashText(text);
+    std::uint32_t const held = m_sharedIndex.find(
+        hash, [&](std::uint32_t candidate) { return m_shared[candidate] == text; });
+    if (held != BRIX::HashIndex::kNone) {
+        return m_shared[held].data();
+    }
+    m_sharedIndex.reserveMore(1);
+    char const* const copy = keep(text);
+    m_shared.emplace_back(copy, text.size());
+    m_sharedIndex.insert(hash, static_cast<std::uint32_t>(m_shared.size() - 1));
+    return copy;
+}
+
+char const* Garbage::keep(std::string_view text) {
+    constexpr std::size_t kFirstChunk = 256;
+    constexpr std::size_t kLargestChunk = 65536;
+    std::size_t const size = text.size() + 1;
+    char* place = m_free;
+    if (size <= m_freeSize) {
+        m_free += size;
+        m_freeSize -= size;
+    } else {
+        // A text that would fill much of a chunk gets one of its own, the chunk in use goes on.
+        std::size_t const nextChunk = std::clamp(2 * m_chunkSize, kFirstChunk, kLargestChunk);
+        bool const ownChunk = size > nextChunk / 4;
+        m_chunks.push_back(std::make_unique_for_overwrite<char[]>(ownChunk ? size : nextChunk));
+        place = m_chunks.back().get();
+        if (!ownChunk) {
+            m_chunkSize = nextChunk;
+            m_free = place + size;
+            m_freeSize = nextChunk - size;
+        }
+    }
+    text.copy(place, text.size());
+    place[text.size()] = '\0';
+    return place;
+}
+
+}  // namespace varo_3_3

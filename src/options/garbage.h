@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "platform/hash_index.h"
+
+namespace varo_3_3 {
+
+/// The holder of the texts that a parser or a result hands to the host: what it returns stays where
+/// it is, ended by a zero, until the holder is destroyed. std::bad_alloc leaves it fit for use.
+class Garbage {
+public:
+    Garbage() = default;
+    Garbage(Garbage const&) = delete;
+    Garbage& operator=(Garbage const&) = delete;
+
+    /// The held copy of `text`; equal texts share one copy. Null counts as "".
+    virtual char const* init(char const* text);
+    char const* init(std::string_view text);
+
+    /// A copy of `text` that is shared with no other: cheaper where texts rarely repeat.
+    char const* keep(std::string_view text);
+
+private:
+    std::vector<std::unique_ptr<char[]>> m_chunks;
+    char* m_free = nullptr;  // the unused end of the newest chunk that texts are put into
+    std::size_t m_freeSize = 0;
+    std::size_t m_chunkSize = 0;
+    std::vector<std::string_view> m_shared;
+    BRIX::HashIndex m_sharedIndex;
+};
+
+}  // namespace varo_3_3

@@ -1,0 +1,138 @@
+#pragma once
+
+#include <cstdint>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "options/option_description.h"
+#include "platform/hash_index.h"
+
+namespace varo_3_3 {
+
+/// Finds declarations by name without looking at each of them.
+///
+/// Every name is filed under its text and, for a record with tags, once more under its text with
+/// each tag; a boolean's names are filed with "no-" in front as well. Keys of equal text and tag
+/// form a chain in the order of the declarations, whose head stands in a hash table. The heads
+/// without a tag also stand in an array sorted by text, for abbreviations.
+///
+/// How can it be right when declarations change? Keys refer to records and their names by number
+/// and hold no text. The registry files a record when it is declared, takes it out when it is
+/// replaced, and passes on every name or tag that is added to a record later. The sorted array is
+/// dropped by any such change and built again by the next abbreviation.
+class NameIndex {
+public:
+    static constexpr std::uint32_t kNone = BRIX::HashIndex::kNone;
+
+    /// What a typed name may mean: nothing, one candidate, or several.
+    struct BestMatch {
+        std::uint32_t first = kNone;  ///< the key of the first candidate in the order of the list
+        bool isUnique = false;
+        bool isExact = false;   ///< the candidates are the chain of `first`
+        std::size_t begin = 0;  ///< else the chains of this range of the sorted array
+        std::size_t end = 0;
+    };
+
+    explicit NameIndex(OptionRecords const& records) : m_records(records) {}
+
+    /// Makes room for `names` more names of `record` with `tags` tags. May throw std::bad_alloc.
+    void reserveMore(OptionDescription const& record, std::size_t names, std::size_t tags);
+
+    // These require such room, and that the record stands in its place in the list.
+    void addRecord(OptionDescription const& record) noexcept;
+    void addName(OptionDescription const& record, std::size_t name) noexcept;
+    void addTag(OptionDescription const& record, std::string const& tag) noexcept;
+
+    /// Takes out every key of `record`, while it still stands in its place in the list.
+    void removeRecord(OptionDescription const& record) noexcept;
+
+    /// The number of the first record that takes `name`, with one of `tags` unless those are empty;
+    /// kNone if there is none.
+    std::uint32_t findRecord(std::string_view name, std::set<std::string> const& tags) const;
+
+    /// Calls `visit(record)` for the records that have `name` itself among their names, in order,
+    /// until it returns true; returns whether it did.
+    template <class Visit>
+    bool anyRecordNamed(std::string_view name, Visit visit) const {
+        for (std::uint32_t key = findHead(name, nullptr); key != kNone; key = m_keys[key].next) {
+            if (!m_keys[key].isNegated && visit(*m_records[m_keys[key].record])) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+    /// The candidates for a typed name: the keys of equal text, or else all that begin with it. An
+    /// empty name has none. May throw std::bad_alloc.
+    BestMatch find_best_match(std::string_view typed);
+
+    std::uint32_t recordOf(std::uint32_t key) const { return m_keys[key].record; }
+    std::string textOf(std::uint32_t key) const;
+    bool beginsWithNo(std::uint32_t key) const;
+
+    /// Whether several candidates are only one option, declared for different actions: the text of
+    /// the first is a candidate twice, and no later record with the same names shares a tag with
+    /// it.
+    bool isOneOption(BestMatch const& match) const;
+
+    /// The texts of all candidates, in the order of the list: 'a', 'b'.
+    std::string listCandidates(BestMatch const& match) const;
+
+private:
+    struct Key {
+        std::uint32_t record;
+        std::uint32_t name : 31;
+        std::uint32_t isNegated : 1;  // stands for "no-" + name
+        std::string const* tag;       // null: without a tag
+        std::uint32_t next;           // in the chain
+        std::uint32_t last;           // of the chain; kept in its head
+        std::uint32_t hash;
+    };
+
+    struct SortedKey {
+        std::uint64_t lead;  // the first eight bytes of the text, to be compared at once
+        std::uint32_t key;
+    };
+
+    std::string_view nameOf(Key const& key) const {
+        return m_records[key.record]->m_names[key.name];
+    }
+    static std::uint32_t hashOf(std::string_view prefix, std::string_view name,
+                                std::string const* tag);
+    int compare(Key const& key, std::string_view text) const;
+    bool startsWith(Key const& key, std::string_view text) const;
+    bool isBefore(SortedKey const& left, SortedKey const& right) const;
+    static bool isEarlier(Key const& left, Key const& right);
+    static std::string_view prefixOf(Key const& key);
+    static bool hasTag(Key const& key, std::string const* tag);
+    std::uint32_t findHead(std::string_view text, std::string const* tag) const;
+    std::uint32_t findHead(Key const& wanted) const;
+
+    template <class Take>
+    void forEachForm(OptionDescription const& record, std::size_t name, Take take) const;
+    void file(Key key) noexcept;
+    void link(std::uint32_t head, std::uint32_t number) noexcept;
+    void unfile(Key wanted) noexcept;
+    void sortHeads();
+
+    OptionRecords const& m_records;
+    std::vector<Key> m_keys;
+    std::uint32_t m_freeKey = kNone;  // chain of the keys that were taken out
+    BRIX::HashIndex m_heads;
+    std::vector<SortedKey> m_sorted;
+    bool m_isSorted = false;
+};
+
+/// Looks `name` up among the declarations, in their order: a record matches by one of its names, a
+/// boolean also by "no-" and a name; with `actions` not empty it must have one of them as a tag.
+/// False when one was found, whose number is then stored in `index`; true when the name is free.
+bool findOption(std::string_view name, unsigned long& index, NameIndex const& options,
+                std::set<std::string> const& actions);
+
+/// The same for the first of several names that finds a record.
+bool findOption(std::vector<std::string> const& names, unsigned long& index,
+                NameIndex const& options, std::set<std::string> const& actions);
+
+}  // namespace varo_3_3

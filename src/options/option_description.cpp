@@ -1,0 +1,166 @@
+#include "options/option_description.h"
+
+#include <algorithm>
+
+#include "options/option_registry.h"
+#include "options/split_list.h"
+#include "options/value_text.h"
+#include "platform/join.h"
+
+namespace varo_3_3 {
+namespace {
+
+/// A list for messages: 'a', 'b'.
+template <class Values>
+std::string quoteValues(Values const& values) {
+    std::string list;
+    for (mosaic2::variant_t const& value : values) {
+        list += list.empty() ? "'" : ", '";
+        appendText(list, value);
+        list += '\'';
+    }
+    return list;
+}
+
+std::string textOf(mosaic2::variant_t const& value) {
+    std::string text;
+    appendText(text, value);
+    return text;
+}
+
+}  // namespace
+
+IOption* OptionDescription::synonym(char const* name) {
+    if (name == nullptr) {
+        return this;
+    }
+    m_names.emplace_back(name);
+    if (m_owner != nullptr) {
+        try {
+            m_owner->onNameAdded(*this);
+        } catch (...) {
+            m_names.pop_back();
+            throw;
+        }
+    }
+    return this;
+}
+
+IOption* OptionDescription::allowValue(mosaic2::variant_t const& value) {
+    m_allowedValues.push_back(value);
+    return this;
+}
+
+IOption* OptionDescription::allowDeprecatedValue(mosaic2::variant_t const& deprecated,
+                                                 mosaic2::variant_t const& replacement) {
+    m_deprecatedValues.emplace(deprecated, replacement);
+    return this;
+}
+
+IOption* OptionDescription::defaultValue(mosaic2::variant_t const& value) {
+    if (m_owner != nullptr) {
+        m_owner->onDefaultSet(*this);
+    }
+    m_defaultValue = value;
+    m_hasDefault = true;
+    return this;
+}
+
+IOption* OptionDescription::tokenize(char separator) {
+    m_tokenizer = separator;
+    return this;
+}
+
+IOption* OptionDescription::positional() {
+    m_isPositional = true;
+    if (m_owner != nullptr) {
+        m_owner->onPositionalSet(*this);
+    }
+    return this;
+}
+
+IOption* OptionDescription::tag(char const* tags) {
+    if (tags == nullptr) {
+        return this;
+    }
+    std::set<std::string> added;
+    internal::splitList(tags, [&](std::string_view tag) {
+        std::string text(tag);
+        if (!m_tags.contains(text)) {
+            added.insert(std::move(text));
+        }
+    });
+    if (m_owner != nullptr) {
+        m_owner->onTagsAdded(*this, added);
+    }
+    m_tags.merge(added);
+    return this;
+}
+
+std::string_view OptionDescription::firstName() const {
+    return m_names.empty() ? std::string_view() : std::string_view(m_names.front());
+}
+
+std::string OptionDescription::getTypeName() const {
+    return typeName(m_type);
+}
+
+std::string OptionDescription::getDefaultValueAsText() const {
+    return m_hasDefault ? toString(m_textHolder, m_defaultValue) : std::string();
+}
+
+char const* OptionDescription::toString(Garbage* holder, mosaic2::variant_t const& value) const {
+    return holder->init(textOf(value));
+}
+
+bool OptionDescription::validate(std::string_view text, mosaic2::variant_t& value,
+                                 std::string& message) const {
+    message.clear();
+    value = fromString(text, m_type);
+    if (value.m_type == mosaic2::vtNull && hasConversion(m_type)) {
+        message = BRIX::join({"Option '", firstName(), "' can not parse '", text,
+                              "' value, requires a type '", typeName(m_type), "' here."});
+        return false;
+    }
+    auto const deprecated = m_deprecatedValues.find(value);
+    if (deprecated != m_deprecatedValues.end()) {
+        value = deprecated->second;
+        message = BRIX::join({"Warning: '", text, "' argument is deprecated for the option '-",
+                              firstName(), "'. Use the '", textOf(value), "' argument instead."});
+        return true;
+    }
+    return isAllowed(value) || complete(text, value, message);
+}
+
+bool OptionDescription::isAllowed(mosaic2::variant_t const& value) const {
+    return m_allowedValues.empty() || std::find(m_allowedValues.begin(), m_allowedValues.end(),
+                                                value) != m_allowedValues.end();
+}
+
+/// Makes an abbreviated text the allowed value that it begins, or says why that cannot be done.
+bool OptionDescription::complete(std::string_view text, mosaic2::variant_t& value,
+                                 std::string& message) const {
+    std::vector<mosaic2::variant_t> matching;
+    if (m_type == mosaic2::vtString && !text.empty()) {
+        std::copy_if(m_allowedValues.begin(), m_allowedValues.end(), std::back_inserter(matching),
+                     [&](mosaic2::variant_t const& allowed) {
+                         return allowed.can_get<char const*>() && textOf(allowed).starts_with(text);
+                     });
+    }
+    if (matching.empty()) {
+        message = BRIX::join({"Option '", firstName(), "' does not allow value '", text,
+                              "'. Possible values follows: ", quoteValues(m_allowedValues)});
+        return false;
+    }
+    // The same value allowed twice is still one value.
+    if (std::count(matching.begin(), matching.end(), matching.front()) !=
+        static_cast<std::ptrdiff_t>(matching.size())) {
+        message = BRIX::join({"Ambiguous value for option '", firstName(),
+                              "'. Possible values follows: ", quoteValues(matching)});
+        return false;
+    }
+    value = matching.front();
+    return true;
+}
+
+}  // namespace varo_3_3

@@ -1,0 +1,90 @@
+#pragma once
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "options/garbage.h"
+#include "varo/option.h"
+
+namespace varo_3_3 {
+
+class RegisteredOptionStorage;
+
+/// One declaration: a plain option, an action or a modifier. Made and owned by the registry; the
+/// host refines it through IOption, recognisers, results and help read the members. A record never
+/// moves, so pointers to it hold as long as the registry keeps it.
+class OptionDescription final : public IOption {
+public:
+    enum Kind : std::int32_t { kAction = 0, kOption = 1 };
+
+    OptionDescription() = default;
+    OptionDescription(OptionDescription const&) = delete;
+    OptionDescription& operator=(OptionDescription const&) = delete;
+    OptionDescription& operator=(OptionDescription&&) = default;
+
+    IOption* synonym(char const* name) override;
+    IOption* allowValue(mosaic2::variant_t const& value) override;
+    IOption* allowDeprecatedValue(mosaic2::variant_t const& deprecated,
+                                  mosaic2::variant_t const& replacement) override;
+    IOption* defaultValue(mosaic2::variant_t const& value) override;
+    IOption* tokenize(char separator) override;
+    IOption* positional() override;
+    IOption* tag(char const* tags) override;
+
+    bool isAction() const { return m_kind == kAction; }
+
+    /// The primary name; "" for a record without names.
+    std::string_view firstName() const;
+
+    std::string getTypeName() const;
+
+    /// "" when the record has no default, or one of a kind without text.
+    std::string getDefaultValueAsText() const;
+
+    /// The text of `value`, held by `holder`.
+    char const* toString(Garbage* holder, mosaic2::variant_t const& value) const;
+
+    /// Converts `text`, replaces a deprecated value, and checks the outcome against the allowed
+    /// values. True when it is accepted: then `message` is empty or a warning. False: `message` is
+    /// the reason and `value` unspecified.
+    bool validate(std::string_view text, mosaic2::variant_t& value, std::string& message) const;
+
+    /// The order of help: by primary names, byte by byte.
+    bool operator<(OptionDescription const& other) const { return firstName() < other.firstName(); }
+
+    // The members and their order are fixed up to m_textHolder.
+    std::int32_t m_state = 0;  ///< 3 on the placeholder that stands for refused declarations
+    std::vector<std::string> m_names;
+    std::set<std::string> m_tags;  ///< an action's own names, or the actions of a modifier
+    std::string m_section;
+    std::string m_actions;  ///< the actions of a modifier as they were declared; nothing reads it
+    std::string m_description;
+    bool m_isPositional = false;
+    bool m_hasDefault = false;
+    Kind m_kind = kOption;
+    char m_tokenizer = 0;  ///< 0 for none
+    mosaic2::das_variant_type_t m_type = mosaic2::vtNull;
+    mosaic2::variant_t m_defaultValue;
+    std::vector<mosaic2::variant_t> m_allowedValues;
+    std::map<mosaic2::variant_t, mosaic2::variant_t> m_deprecatedValues;
+    Garbage* m_textHolder = nullptr;
+
+    /// The registry that has this record among its declarations, at m_index; null for the
+    /// placeholder and for a record that was replaced, so that refining those reaches nothing.
+    RegisteredOptionStorage* m_owner = nullptr;
+    std::uint32_t m_index = 0;
+
+private:
+    bool isAllowed(mosaic2::variant_t const& value) const;
+    bool complete(std::string_view text, mosaic2::variant_t& value, std::string& message) const;
+};
+
+/// The declarations, in the order they were made.
+using OptionRecords = std::vector<std::unique_ptr<OptionDescription>>;
+
+}  // namespace varo_3_3

@@ -1,0 +1,189 @@
+#include "options/option_registry.h"
+
+#include <algorithm>
+#include <exception>
+
+#include "options/split_list.h"
+#include "parser/diagnostic_log.h"
+#include "platform/join.h"
+
+namespace varo_3_3 {
+
+/// A help section as a declaration names it, ready to be stored without failing.
+struct RegisteredOptionStorage::SectionChange {
+    std::string name;
+    std::string text;
+    std::uint32_t number;  // of the section with that name, or kNone
+};
+
+RegisteredOptionStorage::RegisteredOptionStorage(Garbage* textHolder)
+    : m_textHolder(textHolder), m_names(m_records) {
+    m_placeholder.m_textHolder = textHolder;
+}
+
+IOption* RegisteredOptionStorage::option(char const* names, char const* actions,
+                                         char const* description, bool isAction,
+                                         mosaic2::das_variant_type_t type, char const* section) {
+    try {
+        return declare(names, actions, description, isAction, type, section);
+    } catch (std::exception const&) {  // no memory
+        return refuse();
+    }
+}
+
+IOption* RegisteredOptionStorage::action(char const* names, char const* description,
+                                         mosaic2::das_variant_type_t type, char const* section) {
+    return option(names, nullptr, description, true, type, section);
+}
+
+IOption* RegisteredOptionStorage::modifier(char const* names, char const* actions,
+                                           char const* description,
+                                           mosaic2::das_variant_type_t type, char const* section) {
+    return option(names, actions, description, false, type, section);
+}
+
+std::uint32_t RegisteredOptionStorage::sectionNumber(std::string_view name) const {
+    return m_sectionIndex.find(BRIX::hashText(name), [&](std::uint32_t candidate) {
+        return m_sections[candidate].first == name;
+    });
+}
+
+void RegisteredOptionStorage::endUse() noexcept {
+    if (--m_users == 0) {
+        m_retired.clear();
+    }
+}
+
+void RegisteredOptionStorage::onNameAdded(OptionDescription const& record) {
+    m_names.reserveMore(record, 1, record.m_tags.size());
+    m_names.addName(record, record.m_names.size() - 1);
+}
+
+void RegisteredOptionStorage::onTagsAdded(OptionDescription const& record,
+                                          std::set<std::string> const& tags) {
+    m_names.reserveMore(record, record.m_names.size(), tags.size());
+    for (std::string const& tag : tags) {
+        m_names.addTag(record, tag);
+    }
+}
+
+void RegisteredOptionStorage::onDefaultSet(OptionDescription const& record) {
+    auto const place = std::lower_bound(m_withDefault.begin(), m_withDefault.end(), record.m_index);
+    if (place == m_withDefault.end() || *place != record.m_index) {
+        m_withDefault.insert(place, record.m_index);
+    }
+}
+
+void RegisteredOptionStorage::onPositionalSet(OptionDescription const& record) noexcept {
+    m_firstPositional = std::min(m_firstPositional, record.m_index);
+}
+
+IOption* RegisteredOptionStorage::declare(char const* names, char const* actions,
+                                          char const* description, bool isAction,
+                                          mosaic2::das_variant_type_t type, char const* section) {
+    SectionChange sectionChange = prepareSection(section != nullptr ? section : "");
+    auto record = std::make_unique<OptionDescription>();
+    if (names != nullptr) {
+        internal::splitList(names,
+                            [&](std::string_view name) { record->m_names.emplace_back(name); });
+    }
+    if (names == nullptr || validateName(record->m_names)) {
+        commit(std::move(sectionChange));
+        return refuse();
+    }
+    record->tag(actions);
+    unsigned long index = 0;
+    bool const isFree = findOption(record->m_names, index, m_names, record->m_tags);
+    if (!isFree && !m_replace) {
+        internal::trace("Tried to register an option with a name, which is alread registered: ",
+                        names);
+        commit(std::move(sectionChange));
+        return refuse();
+    }
+    record->m_section = sectionChange.name;
+    record->m_actions = actions != nullptr ? actions : "";
+    record->m_description = description != nullptr ? description : "";
+    record->m_kind = isAction ? OptionDescription::kAction : OptionDescription::kOption;
+    record->m_type = type;
+    record->m_textHolder = m_textHolder;
+    record->tag(isAction ? names : nullptr);
+    record->tokenize(m_defaultTokenizer);
+
+    BRIX::reserveMore(m_records, 1);
+    BRIX::reserveMore(m_retired, 1);
+    m_names.reserveMore(*record, record->m_names.size(), record->m_tags.size());
+    commit(std::move(sectionChange));
+    record->m_owner = this;
+    return isFree ? append(std::move(record)) : replace(index, std::move(record));
+}
+
+IOption* RegisteredOptionStorage::refuse() noexcept {
+    m_placeholder.m_state = 3;
+    return &m_placeholder;
+}
+
+/// True when the list of names is malformed.
+bool RegisteredOptionStorage::validateName(std::vector<std::string> const& names) {
+    return names.size() > 3 || (names.size() == 3 && names[2].size() > 2);
+}
+
+RegisteredOptionStorage::SectionChange RegisteredOptionStorage::prepareSection(
+    char const* section) {
+    std::string_view const whole(section);
+    std::size_t const colon = std::min(whole.find(':'), whole.size());
+    std::string_view const name = whole.substr(0, colon);
+    std::string_view const text = whole.substr(std::min(colon + 1, whole.size()));
+    std::uint32_t const number = sectionNumber(name);
+    if (number == BRIX::HashIndex::kNone) {
+        BRIX::reserveMore(m_sections, 1);
+        m_sectionIndex.reserveMore(1);
+    }
+    return {std::string(name), std::string(text), number};
+}
+
+void RegisteredOptionStorage::commit(SectionChange&& change) noexcept {
+    if (change.number != BRIX::HashIndex::kNone) {
+        m_sections[change.number].second = std::move(change.text);
+        return;
+    }
+    m_sectionIndex.insert(BRIX::hashText(change.name),
+                          static_cast<std::uint32_t>(m_sections.size()));
+    m_sections.emplace_back(std::move(change.name), std::move(change.text));
+}
+
+IOption* RegisteredOptionStorage::append(std::unique_ptr<OptionDescription> record) noexcept {
+    record->m_index = static_cast<std::uint32_t>(m_records.size());
+    m_actionCount += record->isAction() ? 1 : 0;
+    m_records.push_back(std::move(record));
+    m_names.addRecord(*m_records.back());
+    return m_records.back().get();
+}
+
+/// Puts a record in the place of an earlier one. While records are in use the earlier one is set
+/// aside whole; else its address is kept too, for hosts that still hold a pointer to it.
+IOption* RegisteredOptionStorage::replace(unsigned long index,
+                                          std::unique_ptr<OptionDescription> record) noexcept {
+    std::unique_ptr<OptionDescription>& place = m_records[index];
+    m_names.removeRecord(*place);
+    m_actionCount -= place->isAction() ? 1 : 0;
+    std::erase(m_withDefault, static_cast<std::uint32_t>(index));
+    record->m_index = static_cast<std::uint32_t>(index);
+    if (m_users > 0) {
+        place->m_owner = nullptr;
+        place.swap(record);
+        m_retired.push_back(std::move(record));
+    } else {
+        *place = std::move(*record);
+    }
+    m_names.addRecord(*place);
+    m_actionCount += place->isAction() ? 1 : 0;
+    if (m_firstPositional == index) {
+        auto const next =
+            std::find_if(m_records.begin() + static_cast<std::ptrdiff_t>(index), m_records.end(),
+                         [](auto const& other) { return other->m_isPositional; });
+        m_firstPositional = next != m_records.end() ? (*next)->m_index : NameIndex::kNone;
+    }
+    return place.get();
+}
+
+}  // namespace varo_3_3

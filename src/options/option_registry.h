@@ -1,0 +1,98 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "options/garbage.h"
+#include "options/name_index.h"
+#include "options/option_description.h"
+
+namespace varo_3_3 {
+
+/// Every declaration of one parser, the index of their names, and the help sections. A member of
+/// the parser. A declaration either takes effect as a whole or not at all.
+class RegisteredOptionStorage {
+public:
+    /// Sections as (name, text), in the order they first appeared.
+    using Sections = std::vector<std::pair<std::string, std::string>>;
+
+    /// `textHolder` is handed on to the records and outlives them.
+    explicit RegisteredOptionStorage(Garbage* textHolder);
+    RegisteredOptionStorage(RegisteredOptionStorage const&) = delete;
+    RegisteredOptionStorage& operator=(RegisteredOptionStorage const&) = delete;
+
+    /// Declares an option, action or modifier, as IParser describes. `actions` may be null. Returns
+    /// the record or, when it is refused or memory runs out, the placeholder.
+    virtual IOption* option(char const* names, char const* actions, char const* description,
+                            bool isAction, mosaic2::das_variant_type_t type, char const* section);
+    virtual IOption* action(char const* names, char const* description,
+                            mosaic2::das_variant_type_t type, char const* section);
+    virtual IOption* modifier(char const* names, char const* actions, char const* description,
+                              mosaic2::das_variant_type_t type, char const* section);
+
+    void setDefaultTokenizer(char tokenizer) { m_defaultTokenizer = tokenizer; }
+    void setReplace(bool replace) { m_replace = replace; }
+
+    OptionRecords const& records() const { return m_records; }
+    NameIndex& names() { return m_names; }
+    NameIndex const& names() const { return m_names; }
+    Sections const& sections() const { return m_sections; }
+    bool isPlaceholder(IOption const* option) const { return option == &m_placeholder; }
+
+    /// The number of the section of this name, which a declaration has named.
+    std::uint32_t sectionNumber(std::string_view name) const;
+
+    std::size_t actionCount() const { return m_actionCount; }
+
+    /// The number of the first positional declaration, NameIndex::kNone if there is none.
+    std::uint32_t firstPositional() const { return m_firstPositional; }
+
+    /// The numbers of the declarations that have a default, ascending.
+    std::vector<std::uint32_t> const& withDefault() const { return m_withDefault; }
+
+    /// While at least one user is there, records that are replaced stay alive.
+    void beginUse() { ++m_users; }
+    void endUse() noexcept;
+
+    // A record that was declared here reports its refinements. The first three may throw
+    // std::bad_alloc and have then changed nothing.
+
+    /// The last name of `record` is new.
+    void onNameAdded(OptionDescription const& record);
+    /// `tags`, whose elements will be moved into it, are new to `record`.
+    void onTagsAdded(OptionDescription const& record, std::set<std::string> const& tags);
+    /// `record` is about to get a default.
+    void onDefaultSet(OptionDescription const& record);
+    void onPositionalSet(OptionDescription const& record) noexcept;
+
+private:
+    struct SectionChange;
+
+    IOption* declare(char const* names, char const* actions, char const* description, bool isAction,
+                     mosaic2::das_variant_type_t type, char const* section);
+    IOption* refuse() noexcept;
+    static bool validateName(std::vector<std::string> const& names);
+    SectionChange prepareSection(char const* section);
+    void commit(SectionChange&& change) noexcept;
+    IOption* append(std::unique_ptr<OptionDescription> record) noexcept;
+    IOption* replace(unsigned long index, std::unique_ptr<OptionDescription> record) noexcept;
+
+    char m_defaultTokenizer = ',';
+    OptionRecords m_records;
+    Sections m_sections;
+    OptionDescription m_placeholder;
+    bool m_replace = false;
+
+    Garbage* m_textHolder;
+    NameIndex m_names;
+    BRIX::HashIndex m_sectionIndex;
+    std::vector<std::uint32_t> m_withDefault;
+    std::uint32_t m_firstPositional = NameIndex::kNone;
+    std::size_t m_actionCount = 0;
+    std::size_t m_users = 0;
+    OptionRecords m_retired;  // replaced while in use
+};
+
+}  // namespace varo_3_3

@@ -1,0 +1,46 @@
+#pragma once
+
+#include <array>
+#include <locale>
+#include <optional>
+
+namespace BRIX {
+
+/// What counts as white space in the C++ global locale. The locale is asked for its table the first
+/// time a character could be white space anywhere: a process that has not touched locales yet would
+/// otherwise spend more on setting them up than on parsing.
+class WhiteSpace {
+public:
+    bool contains(char character) {
+        return !kIsPlain[static_cast<unsigned char>(character)] && isSpace(character);
+    }
+
+    /// Keeps the locale as it stands now, for a caller during whose work it may change.
+    void capture() {
+        if (m_facet == nullptr) {
+            m_facet = &std::use_facet<std::ctype<char>>(m_locale.emplace());
+        }
+    }
+
+private:
+    /// Letters, digits and "-" are taken to be white space nowhere.
+    static constexpr std::array<bool, 256> kIsPlain = [] {
+        std::array<bool, 256> isPlain{};
+        for (unsigned char character = 0; character < 128; ++character) {
+            unsigned char const lower = character | 0x20;
+            isPlain[character] = (lower >= 'a' && lower <= 'z' && character >= 'A') ||
+                                 (character >= '0' && character <= '9') || character == '-';
+        }
+        return isPlain;
+    }();
+
+    bool isSpace(char character) {
+        capture();
+        return m_facet->is(std::ctype_base::space, character);
+    }
+
+    std::optional<std::locale> m_locale;  // keeps the facet alive
+    std::ctype<char> const* m_facet = nullptr;
+};
+
+}  // namespace BRIX

@@ -1,0 +1,125 @@
+#pragma once
+
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "options/garbage.h"
+#include "options/option_registry.h"
+#include "platform/hash_index.h"
+#include "results/result_collector.h"
+
+namespace varo_3_3 {
+
+/// What one or more parses stored: an entry for each option, and the plain arguments. Entries are
+/// only ever added, and are referred to by number, so an iteration survives any later parse.
+class ParseResult final : public IParseResult, public IResultCollector {
+public:
+    ParseResult() = default;
+    ParseResult(ParseResult const&) = delete;
+    ParseResult& operator=(ParseResult const&) = delete;
+
+    void destroy() override;
+    bool present(char const* name, int from, int to) override;
+    Value get(char const* name, int from, int to) override;
+    Value next(char const* name) override;
+    int nextPosition() override;
+    int getFirstArgument(char const** text) override;
+    int getNextArgument(char const** text) override;
+
+    /// Tries the option's names in their order: the first that is the key of an entry receives the
+    /// occurrence; without one a new entry is made under the primary name.
+    void store(OptionDescription const& option, OptionData& data) override;
+
+    /// Called when a parse into this result begins and when it ends: records that were seen before
+    /// may be gone, and others in their places.
+    void forgetRecords() { ++m_generation; }
+
+    /// Gives every declaration that has a default an entry with that default, found like the entry
+    /// that store() uses; an earlier default there is replaced. Throws std::bad_alloc, with the
+    /// defaults before that applied.
+    void applyDefault(RegisteredOptionStorage const& registry);
+
+    /// Stores a plain argument with the next position.
+    void storeArgument(std::string_view text);
+
+    /// The default of the option called `name`; Value() if it has none.
+    Value defaultOf(std::string_view name) const;
+
+    /// The keys of the options that were given (an entry with a default alone was not), in no
+    /// particular order. They live as long as the result.
+    std::vector<std::string_view> givenOptions() const;
+
+private:
+    /// One occurrence; its values are those from firstValue to the next occurrence's.
+    struct Occurrence {
+        int position;
+        std::uint32_t firstValue;
+    };
+
+    struct Entry {
+        std::string key;
+        std::vector<Occurrence> occurrences;
+        std::vector<Value> values;
+        Value defaultValue;
+        bool hasDefault = false;
+        bool isAscending = true;  // the positions; a parse within a parse stores out of order
+
+        // The record whose names were last seen to lead here, how many, and in which generation.
+        OptionDescription const* record = nullptr;
+        std::size_t recordNames = 0;
+        std::uint64_t generation = 0;
+    };
+
+    /// A synonym that leads to an entry.
+    struct Alias {
+        std::string name;
+        std::uint32_t hash;
+        std::uint32_t entry;
+    };
+
+    /// The entry for an option, and all that must be added to have it, made without failing later.
+    struct Place {
+        std::uint32_t number;
+        Entry* entry;
+        std::unique_ptr<Entry> newEntry;
+        std::vector<Alias> newAliases;
+    };
+
+    std::uint32_t findKey(std::string_view name, std::uint32_t hash) const;
+    std::uint32_t findEntry(std::string_view name) const;
+    std::uint32_t findAlias(std::string_view name, std::uint32_t hash) const;
+    Place preparePlace(OptionDescription const& option);
+    void commit(Place place, OptionDescription const& option) noexcept;
+    void keepTexts(std::vector<Value>& values);
+
+    Entry* select(char const* name, int from, int to);
+    bool selectDefault(Entry const& entry);
+    static std::size_t findOccurrence(Entry const& entry, int from, int to);
+    bool skipToNext(Entry const& entry);
+
+    std::vector<std::unique_ptr<Entry>> m_entries;
+    std::uint64_t m_generation = 0;
+    BRIX::HashIndex m_keys;
+    std::vector<Alias> m_aliases;
+    BRIX::HashIndex m_aliasIndex;
+
+    struct Argument {
+        char const* text;
+        int position;
+    };
+    std::vector<Argument> m_arguments;
+    std::size_t m_nextArgument = 0;
+
+    // The iteration of next(): an entry, how far it has come, and its range.
+    std::uint32_t m_selected = BRIX::HashIndex::kNone;
+    std::size_t m_nextValue = 0;
+    std::size_t m_nextOccurrence = 0;  // in force while the entry has no values
+    int m_from = 0;
+    int m_to = 0;
+
+    Garbage m_texts;
+};
+
+}  // namespace varo_3_3

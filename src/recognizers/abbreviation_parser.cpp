@@ -1,0 +1,131 @@
+#include "recognizers/abbreviation_parser.h"
+
+#include "parser/diagnostic_log.h"
+#include "platform/join.h"
+
+namespace varo_3_3 {
+
+using BRIX::join;
+using internal::trace;
+
+AbbreviationParser::AbbreviationParser(EventHandler* handler, Garbage* garbage, int flags,
+                                       BRIX::WhiteSpace& whiteSpace)
+    : IArgumentParser(handler, garbage, flags), m_whiteSpace(whiteSpace) {
+    m_name = "AbbreviationParser";
+}
+
+result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStorage& options,
+                                       std::string& /*message*/) {
+    m_candidates.clear();
+    trace(m_name, ": recognizing argument '", args[0], "'");
+    m_optionIndex = kNoOption;
+    if (args[0].size() < 2 || getDashLength(args[0], 0) == 0) {
+        return kNotTaken;
+    }
+    std::string_view typedName;
+    std::string_view value;
+    splitOptionValue(args[0], m_whiteSpace, &typedName, &value);
+
+    NameIndex& names = options.names();
+    NameIndex::BestMatch const match = names.find_best_match(typedName);
+    if (match.first == NameIndex::kNone) {
+        return kNotTaken;
+    }
+    if (!match.isUnique && !names.isOneOption(match)) {
+        m_candidates = names.listCandidates(match);
+        trace(m_name, ": failed to get best match for '", typedName, "' in argument '", args[0],
+              "':Ambiguous option, possible options are: ", m_candidates);
+        return kTaken;  // parse reports it
+    }
+    if (internal::varoLogEnabled) {
+        trace(m_name, ": best match option for '", typedName, "' in argument '", args[0], "' is '",
+              names.textOf(match.first), "'");
+    }
+    m_isNegated = names.beginsWithNo(match.first);
+    m_optionIndex = names.recordOf(match.first);
+    return kTaken;
+}
+
+result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collector,
+                                   RegisteredOptionStorage& options, unsigned long& optionIndex,
+                                   std::string& message) {
+    optionIndex = m_optionIndex;
+    trace(m_name, ": parsing argument '", args[0], "'");
+    std::string_view typedName;
+    std::string_view value;
+    bool const hasSeparator = splitOptionValue(args[0], m_whiteSpace, &typedName, &value);
+    if (!m_candidates.empty()) {
+        return fail(message, join({"Ambiguous option '", typedName, "'",
+                                   formatTokenMessage(args[0]), ", could be: ", m_candidates}));
+    }
+    bool const isName = !typedName.empty() && typedName.front() != '-';
+    if (!isName || m_optionIndex >= options.records().size()) {
+        return fail(message, join({"Unknown option '", typedName, "'"}));
+    }
+    OptionDescription const& option = *options.records()[m_optionIndex];
+    trace(m_name, ": detected option: '", option.firstName(), "'");
+    if (hasSeparator) {
+        trace(m_name, ": value from the same argument taken: '", value, "'");
+    }
+    return takeOption(args, collector, option, value, message);
+}
+
+/// Completes the value that stood in the option's own argument, and stores the occurrence.
+result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* collector,
+                                        OptionDescription const& option, std::string_view value,
+                                        std::string& message) {
+    bool const isBool = option.m_type == mosaic2::vtBool;
+    bool const takesNoValue = option.m_type == mosaic2::vtNull;
+    if (takesNoValue && !value.empty()) {
+        return fail(message, join({"Option '", option.firstName(), "'does not requires a value",
+                                   formatTokenMessage(args[0])}));
+    }
+    if (isBool && !value.empty()) {
+        return fail(message, join({"Option '", option.firstName(),
+                                   "' is boolean and should be declared in form '--option' or "
+                                   "'--no-option'",
+                                   formatTokenMessage(args[0])}));
+    }
+    bool const takesNext = value.empty() && !isBool && !takesNoValue;
+    if (isBool) {
+        value = m_isNegated ? "0" : "1";
+    } else if (takesNext) {
+        result_t const result = takeNextAsValue(args, option, value, message);
+        if (result != kTaken) {
+            return result;
+        }
+    }
+    m_handler->onOptionParse(option.m_names.empty() ? "" : option.m_names.front().c_str());
+    trace(m_name, ": sent event on option parsed");
+    result_t const result = parseValueAndAddOption(value, message, option, args, collector);
+    if (result != kTaken) {
+        return result;
+    }
+    removeFront(args);
+    if (takesNext) {
+        removeFront(args);
+    }
+    return kTaken;
+}
+
+result_t AbbreviationParser::takeNextAsValue(ArgumentList const& args,
+                                             OptionDescription const& option,
+                                             std::string_view& value, std::string& message) {
+    trace(m_name, ": no value in the same argument, looking next");
+    if (!args.hasSecond()) {
+        return fail(message, join({"Option '", option.firstName(), "' requires a value",
+                                   formatTokenMessage(args[0])}));
+    }
+    if (args[1].starts_with('-')) {
+        return fail(message,
+                    join({"Option '", option.firstName(),
+                          "' received value from the next argument: '", args[1],
+                          "', but it seems to be an option. Use '-option=value' declaration form"
+                          " or make sure that value is not missed"}));
+    }
+    value = args[1];
+    trace(m_name, ": got value from the next argument: '", value, "'");
+    return kTaken;
+}
+
+}  // namespace varo_3_3

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+#include "recognizers/argument_parser.h"
+#include "recognizers/dashes.h"
+
+namespace varo_3_3 {
+
+/// The recogniser of dashed options: one or two dashes, a name or an unambiguous beginning of one,
+/// and a value behind "=" or white space or in the next argument.
+class AbbreviationParser final : public IArgumentParser {
+public:
+    /// `whiteSpace` outlives this recogniser.
+    AbbreviationParser(EventHandler* handler, Garbage* garbage, int flags,
+                       BRIX::WhiteSpace& whiteSpace);
+
+    result_t recognize(ArgumentList& args, RegisteredOptionStorage& options,
+                       std::string& message) override;
+    result_t parse(ArgumentList& args, IResultCollector* collector,
+                   RegisteredOptionStorage& options, unsigned long& optionIndex,
+                   std::string& message) override;
+    int getPriority() override { return -10; }
+
+private:
+    static constexpr unsigned long kNoOption = ~0UL;
+
+    result_t takeOption(ArgumentList& args, IResultCollector* collector,
+                        OptionDescription const& option, std::string_view value,
+                        std::string& message);
+    result_t takeNextAsValue(ArgumentList const& args, OptionDescription const& option,
+                             std::string_view& value, std::string& message);
+
+    BRIX::WhiteSpace& m_whiteSpace;
+    unsigned long m_optionIndex = kNoOption;  // of the option that the last recognize found
+    std::string m_candidates;                 // of an ambiguous name: 'a', 'b'
+    bool m_isNegated = false;                 // the matched name begins with "no-"
+};
+
+}  // namespace varo_3_3

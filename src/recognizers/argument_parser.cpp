@@ -1,0 +1,128 @@
+#include "recognizers/argument_parser.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "parser/diagnostic_log.h"
+#include "platform/join.h"
+
+namespace varo_3_3 {
+
+using internal::trace;
+
+int IArgumentParser::m_idx = 0;
+
+int IArgumentParser::takePosition() {
+    constexpr int kLastPosition = kNoPosition - 1;
+    return m_idx < kLastPosition ? m_idx++ : kLastPosition;
+}
+
+std::string IArgumentParser::formatTokenMessage(std::string_view token) {
+    return BRIX::join({" in argument: '", token, "'"});
+}
+
+result_t IArgumentParser::parseValueAndAddOption(std::string_view value, std::string& message,
+                                                 OptionDescription const& option,
+                                                 ArgumentList& args, IResultCollector* collector) {
+    m_occurrence.m_positions.assign(1, takePosition());
+    m_occurrence.m_values.clear();
+    m_texts.clear();
+    if (!value.empty()) {
+        trace(m_name, ": adding values to result container:");
+        result_t const result = takePieces(value, message, option, args);
+        if (result != kTaken) {
+            return result;
+        }
+    }
+    collector->store(option, m_occurrence);
+    trace(m_name, ": stored option to result container.");
+    return kTaken;
+}
+
+result_t IArgumentParser::takePieces(std::string_view value, std::string& message,
+                                     OptionDescription const& option, ArgumentList const& args) {
+    char const separator = option.m_tokenizer;
+    if (separator == 0) {
+        trace(m_name, ": not using tokenizer");
+        return takePiece(value, value, message, option, args);
+    }
+    trace(m_name, ": using tokenizer on char: '", std::string_view(&separator, 1), "'");
+    bool isEmpty = true;
+    for (std::string_view rest = value; !rest.empty();) {
+        std::size_t const end = std::min(rest.find(separator), rest.size());
+        std::string_view const piece = rest.substr(0, end);
+        rest.remove_prefix(std::min(end + 1, rest.size()));
+        if (piece.empty()) {
+            continue;
+        }
+        isEmpty = false;
+        trace(m_name, ": value is: '", piece, "'");
+        result_t const result = takePiece(piece, value, message, option, args);
+        if (result != kTaken) {
+            return result;
+        }
+    }
+    if (isEmpty) {
+        message = BRIX::join(
+            {"No value parsed in argument '", value, "' for option '", option.firstName(), "'"});
+        return kArgumentError;
+    }
+    return kTaken;
+}
+
+/// Converts, checks and announces one piece of `value` and adds it to the occurrence.
+result_t IArgumentParser::takePiece(std::string_view piece, std::string_view value,
+                                    std::string& message, OptionDescription const& option,
+                                    ArgumentList const& args) {
+    mosaic2::variant_t converted;
+    if (!option.validate(piece, converted, m_reason)) {
+        message = BRIX::join({"Value validation problem in argument '", args[0], "': ", m_reason});
+        trace(m_name, ": ", message);
+        return kArgumentError;
+    }
+    if (!m_reason.empty()) {
+        message += message.empty() ? "" : "\n";
+        message += m_reason;
+    }
+    addValue(piece, value, std::move(converted), option);
+    char const* const firstName = option.m_names.empty() ? "" : option.m_names.front().c_str();
+    if (!m_handler->onValueParse(firstName, m_occurrence.m_values.back())) {
+        message = BRIX::join({"Value '", value, "' is not valid for option '", option.firstName(),
+                              "' in argument '", args[0], "'"});
+        trace(m_name, message, " One of the handler signaled the value is not valid.");
+        return kNotTaken;
+    }
+    trace(m_name, ": sent event on value parsed, option: '", option.firstName(), "', value: '",
+          piece, "'");
+    return kTaken;
+}
+
+/// Adds a value to the occurrence, at the next position. A string that is stored as it was typed
+/// serves as its own text; other texts are kept in a buffer with room for all pieces of `value`.
+void IArgumentParser::addValue(std::string_view piece, std::string_view value,
+                               mosaic2::variant_t converted, OptionDescription const& option) {
+    bool const isAsTyped = option.m_type == mosaic2::vtString && option.m_allowedValues.empty() &&
+                           option.m_deprecatedValues.empty();
+    char const* text = nullptr;
+    if (isAsTyped) {
+        text = converted.get<char const*>();
+    } else {
+        m_texts.reserve(value.size() + 1);
+        text = m_texts.data() + m_texts.size();
+        m_texts.append(piece).push_back('\0');
+    }
+    m_occurrence.m_values.emplace_back(text, std::move(converted), takePosition());
+}
+
+result_t IArgumentParser::fail(std::string& message, std::string text) {
+    message = std::move(text);
+    trace(m_name, ": ", message);
+    return kArgumentError;
+}
+
+void IArgumentParser::removeFront(ArgumentList& args) {
+    trace(m_name, ": removing argument: '", args[0], "'");
+    args.eraseFront();
+}
+
+}  // namespace varo_3_3

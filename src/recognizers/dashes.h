@@ -1,0 +1,20 @@
+#pragma once
+
+#include <string_view>
+
+#include "platform/white_space.h"
+
+namespace varo_3_3 {
+
+/// The length in bytes of the dash that begins at byte `pos` of `arg`, 0 if none does. Dashes are
+/// "-" and five longer ones that keyboards and editors put in its place. Throws std::out_of_range
+/// when `pos` is past the end.
+unsigned long getDashLength(std::string_view arg, unsigned long pos);
+
+/// Splits an argument, without one or two leading dashes, at the first "=" or run of white space
+/// into name and value, which point into it. Without such a separator the whole is the name,
+/// `value` is left as it was, and the answer is false.
+bool splitOptionValue(std::string_view arg, BRIX::WhiteSpace& whiteSpace, std::string_view* name,
+                      std::string_view* value);
+
+}  // namespace varo_3_3

@@ -1,0 +1,63 @@
+#include "help/action_help.h"
+
+#include <stdexcept>
+
+#include "parser/tag_sets.h"
+
+namespace varo_3_3 {
+namespace {
+
+template <class Predicate>
+ShownOptions selectOptions(RegisteredOptionStorage const& registry, Predicate isSelected) {
+    ShownOptions selected;
+    for (auto const& record : registry.records()) {
+        if (isSelected(*record)) {
+            selected.push_back(record.get());
+        }
+    }
+    return selected;
+}
+
+}  // namespace
+
+ShownOptions getGlobalActions(RegisteredOptionStorage const& registry) {
+    return selectOptions(registry,
+                         [](OptionDescription const& record) { return record.isAction(); });
+}
+
+ShownOptions getGlobalModifiers(RegisteredOptionStorage const& registry) {
+    return selectOptions(registry, [](OptionDescription const& record) {
+        return !record.isAction() && record.m_tags.empty();
+    });
+}
+
+ShownOptions findActionModifiers(RegisteredOptionStorage const& registry,
+                                 unsigned long actionIndex) {
+    OptionRecords const& records = registry.records();
+    if (actionIndex >= records.size()) {
+        throw std::out_of_range("vector::_M_range_check: __n (which is " +
+                                std::to_string(actionIndex) + ") >= this->size() (which is " +
+                                std::to_string(records.size()) + ")");
+    }
+    OptionDescription const& action = *records[actionIndex];
+    return selectOptions(registry, [&](OptionDescription const& record) {
+        return &record != &action && !record.isAction() &&
+               isIntersected(record.m_tags, action.m_tags);
+    });
+}
+
+std::string actionHelp(RegisteredOptionStorage const& registry, std::string_view action,
+                       HelpStyle style) {
+    unsigned long index = 0;
+    if (findOption(action, index, registry.names(), {})) {
+        return unknownTopicHelp(registry, action, style);
+    }
+    return formatOptions(registry, findActionModifiers(registry, index), style);
+}
+
+std::string globalModifiersHelp(RegisteredOptionStorage const& registry, HelpStyle style) {
+    ShownOptions modifiers = getGlobalModifiers(registry);
+    return modifiers.empty() ? std::string() : formatOptions(registry, std::move(modifiers), style);
+}
+
+}  // namespace varo_3_3

@@ -1,0 +1,160 @@
+#include "help/option_help.h"
+
+#include <algorithm>
+#include <map>
+
+#include "help/action_help.h"
+#include "help/paragraph.h"
+#include "options/value_text.h"
+#include "platform/join.h"
+#include "varo/parser.h"
+
+namespace varo_3_3 {
+namespace {
+
+constexpr unsigned long kDescriptionColumn = 30;
+constexpr unsigned long kDescriptionWidth = 50;
+constexpr unsigned long kSectionColumn = 1;
+constexpr unsigned long kSectionWidth = 80;
+
+void appendDashed(std::string& entry, std::string_view name, HelpStyle style) {
+    bool const isDouble = (style.flags & kDoubleDashHelp) != 0 && name.size() >= 2;
+    entry += isDouble ? "--" : "-";
+    entry += name;
+}
+
+/// The names, the last one first, so that the primary name stands next to the value.
+void appendNames(std::string& entry, OptionDescription const& option, HelpStyle style) {
+    for (auto name = option.m_names.rbegin(); name != option.m_names.rend(); ++name) {
+        appendDashed(entry, *name, style);
+        entry += name + 1 != option.m_names.rend() ? ", " : "";
+    }
+}
+
+void appendSwitch(std::string& entry, OptionDescription const& option, HelpStyle style) {
+    mosaic2::variant_t const& value = option.m_defaultValue;
+    bool const hasDefault = option.m_hasDefault && value.can_get<bool>();
+    entry += hasDefault && value.get<bool>() ? " (default)" : "";
+    entry += (style.flags & kDoubleDashHelp) != 0 ? " | --no-" : " | -no-";
+    entry += option.firstName();
+    entry += hasDefault && !value.get<bool>() ? " (default)" : "";
+}
+
+void appendValue(std::string& entry, OptionDescription const& option) {
+    if (option.m_allowedValues.empty()) {
+        entry += "=<";
+        entry += typeName(option.m_type);
+        entry += '>';
+    }
+    for (mosaic2::variant_t const& value : option.m_allowedValues) {
+        entry += &value == &option.m_allowedValues.front() ? "=" : " | ";
+        appendText(entry, value);
+    }
+    std::string const text = option.getDefaultValueAsText();
+    if (!text.empty()) {
+        entry += " (";
+        entry += text;
+        entry += ')';
+    }
+}
+
+void appendEntry(std::string& help, OptionDescription const& option, HelpStyle style) {
+    std::string caption;
+    appendNames(caption, option, style);
+    if (option.m_type == mosaic2::vtBool) {
+        appendSwitch(caption, option, style);
+    } else if (option.m_type != mosaic2::vtNull) {
+        appendValue(caption, option);
+    }
+    if (caption.size() >= kDescriptionColumn) {
+        help += caption;
+        help += '\n';
+        caption.clear();
+    }
+    appendParagraph(help, option.m_description, caption, kDescriptionColumn, kDescriptionWidth);
+}
+
+std::string topicList(ShownOptions const& actions) {
+    std::map<std::string_view, std::string_view> topics;
+    std::size_t longest = 0;
+    for (OptionDescription const* const action : actions) {
+        topics.insert_or_assign(action->firstName(), action->m_description);
+        longest = std::max(longest, action->firstName().size());
+    }
+    std::string help;
+    for (auto const& [name, description] : topics) {
+        help += "    ";
+        help += name;
+        if (!description.empty()) {
+            help.append(longest + 3 - name.size(), ' ');
+            help += description;
+        }
+        help += '\n';
+    }
+    return help;
+}
+
+}  // namespace
+
+std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions options,
+                          HelpStyle style) {
+    std::vector<ShownOptions> bySection(registry.sections().size());
+    for (OptionDescription const* const option : options) {
+        if (!option->m_isPositional) {
+            bySection[registry.sectionNumber(option->m_section)].push_back(option);
+        }
+    }
+    std::string help;
+    for (std::size_t number = 0; number < bySection.size(); ++number) {
+        auto const& [name, text] = registry.sections()[number];
+        if (!style.shows(name)) {
+            continue;
+        }
+        help += name;
+        help += name.empty() ? "" : "\n";
+        if (!text.empty()) {
+            appendParagraph(help, text, "", kSectionColumn, kSectionWidth);
+            help += '\n';
+        }
+        ShownOptions& shown = bySection[number];
+        std::stable_sort(shown.begin(), shown.end(),
+                         [](auto const* left, auto const* right) { return *left < *right; });
+        for (OptionDescription const* const option : shown) {
+            appendEntry(help, *option, style);
+        }
+        help += '\n';
+    }
+    return help;
+}
+
+std::string generalHelp(RegisteredOptionStorage const& registry, HelpStyle style) {
+    ShownOptions actions = getGlobalActions(registry);
+    std::erase_if(actions, [&](auto const* action) { return !style.shows(action->m_section); });
+    if (!actions.empty()) {
+        return topicList(actions);
+    }
+    ShownOptions all;
+    all.reserve(registry.records().size());
+    for (auto const& record : registry.records()) {
+        all.push_back(record.get());
+    }
+    return formatOptions(registry, std::move(all), style);
+}
+
+std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
+                      HelpStyle style) {
+    unsigned long index = 0;
+    if (findOption(topic, index, registry.names(), {})) {
+        return unknownTopicHelp(registry, topic, style);
+    }
+    return formatOptions(registry, {registry.records()[index].get()}, style);
+}
+
+std::string unknownTopicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
+                             HelpStyle style) {
+    // The two sentences follow each other without a blank; tools compare this text.
+    return BRIX::join({"Help for ", topic, " not available.",
+                       "Please use one of the following topics:\n", generalHelp(registry, style)});
+}
+
+}  // namespace varo_3_3

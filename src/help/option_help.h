@@ -1,0 +1,38 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "options/option_registry.h"
+
+namespace varo_3_3 {
+
+/// What a help text shows and how.
+struct HelpStyle {
+    int flags;    ///< the parser's creation flags
+    bool hidden;  ///< only the hidden section instead of all others
+
+    /// Whether declarations of this section are shown.
+    bool shows(std::string_view section) const { return (section == "varo_hidden") == hidden; }
+};
+
+/// Declarations to be shown, in the order they were made.
+using ShownOptions = std::vector<OptionDescription const*>;
+
+/// The entries of `options` under the headings of their sections. Every section that the style
+/// shows has its heading; positional declarations have no entry.
+std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions options,
+                          HelpStyle style);
+
+/// The list of the actions or, when the style shows none, all options.
+std::string generalHelp(RegisteredOptionStorage const& registry, HelpStyle style);
+
+/// The entry of the declaration called `topic`, or that there is none and the general help.
+std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
+                      HelpStyle style);
+
+/// The general help behind a sentence that says that `topic` has no help of its own.
+std::string unknownTopicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
+                             HelpStyle style);
+
+}  // namespace varo_3_3

@@ -1,0 +1,85 @@
+#include "help/paragraph.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include "varo/text.h"
+
+namespace varo_3_3 {
+namespace {
+
+bool isBreak(char character) {
+    return character == ' ' || character == '\n';
+}
+
+/// The length of the piece of `text`, which does not begin with a blank, that goes into `room`.
+std::size_t cutPiece(std::string_view text, std::size_t room) {
+    std::size_t const newline = text.substr(0, room).find('\n');
+    std::size_t const limit = std::min(room, newline);
+    std::size_t const length = std::min(limit, text.size());
+    if (length == text.size() || isBreak(text[length])) {
+        return length;
+    }
+    if (length == 0) {
+        throw std::out_of_range(
+            "basic_string::at: __n (which is 18446744073709551615) >= this->size() (which is 0)");
+    }
+    if (text[length - 1] == ' ') {
+        return length;
+    }
+    std::size_t const blank = text.rfind(' ', limit);
+    return std::min(blank, room);  // a word longer than the room is cut
+}
+
+}  // namespace
+
+void appendParagraph(std::string& block, std::string_view text, std::string_view caption,
+                     unsigned long indent, unsigned long width) {
+    if (text.empty()) {
+        return;  // intended: without a text there is no caption either
+    }
+    block += caption;
+    std::size_t lineLength = caption.size();
+    while (!text.empty()) {
+        text.remove_prefix(std::min(text.find_first_not_of(" \n"), text.size()));
+        std::size_t room = width - 1;  // wraps round for a width of 0: lines of any length
+        if (lineLength < indent || lineLength == 0) {
+            block.append(indent - lineLength, ' ');
+        } else if (lineLength - indent + 1 >= room) {
+            block += '\n';
+            lineLength = 0;
+            continue;
+        } else {
+            block += ' ';
+            room = indent + width - 1 - lineLength - 1;
+        }
+        std::size_t const length = cutPiece(text, room);
+        block += text.substr(0, length);
+        block += '\n';
+        text.remove_prefix(length);
+        lineLength = 0;
+    }
+}
+
+std::string paragraphString(std::string text, std::string caption, unsigned long indent,
+                            unsigned long width) {
+    std::string block;
+    appendParagraph(block, text, caption, indent, width);
+    return block;
+}
+
+WordWrappedText::WordWrappedText(char const* caption, char const* text, unsigned long indent,
+                                 unsigned long rightMargin) {
+    if (caption == nullptr || text == nullptr) {
+        throw std::logic_error("basic_string::_M_construct null not valid");
+    }
+    appendParagraph(m_text, text, caption, indent, rightMargin - indent);
+}
+
+WordWrappedText::~WordWrappedText() = default;
+
+char const* WordWrappedText::getText() const {
+    return m_text.c_str();
+}
+
+}  // namespace varo_3_3

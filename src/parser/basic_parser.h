@@ -1,0 +1,103 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "options/garbage.h"
+#include "options/option_registry.h"
+#include "parser/parse_session.h"
+#include "recognizers/argument_list.h"
+#include "varo/parser.h"
+
+namespace varo_3_3 {
+
+/// Separates options from plain arguments.
+inline constexpr std::string_view kEndMarker = "--";
+
+// The texts for failures that have none of their own.
+inline constexpr char const* kUnidentifiedProblemText = "Unidentified problem detected.";
+inline constexpr char const* kHelpFailedText = "Unknown error handled.";
+
+/// The parser behind IParser: owns the declarations and the texts handed out, drives parses, and is
+/// the event sink of the recognisers, which it passes on to the host's handlers. What it does is
+/// spread over four files: this class's own, parse_driver, option_files and action_rules.
+class BasicParser final : public IParser {
+public:
+    explicit BasicParser(int flags);
+
+    // Events, passed on to every handler.
+    bool onOptionParse(char const* name) override;
+    bool onValueParse(char const* name, Value const& value) override;
+    bool onUknownArgument(char const* argument) override;
+
+    void destroy() override;
+    int createResult(IParseResult** result) override;
+    IOption* option(char const* name, char const* description, mosaic2::das_variant_type_t type,
+                    char const* section) override;
+    IOption* action(char const* name, char const* description, mosaic2::das_variant_type_t type,
+                    char const* section) override;
+    IOption* modifier(char const* name, char const* action, char const* description,
+                      mosaic2::das_variant_type_t type, char const* section) override;
+    bool isOptionDeclared(char const* name, bool action, char const* ownerAction) override;
+    int parseArgsVector(int argc, char const* const* argv, IParseResult* result) override;
+    int parseStream(char const* text, IParseResult* result) override;
+    char const* getErrorDesc() override;
+    char const* getDescription(bool hidden) override;
+    char const* getDescription(char const* topic, bool hidden) override;
+    char const* getActionModifiersDescription(char const* action, bool hidden) override;
+    char const* getGlobalModifiersDescription(bool hidden) override;
+    bool addHandler(EventHandler* handler) override;
+    bool removeHandler(EventHandler* handler) override;
+    bool addOptionFileOption(char const* description, char const* section) override;
+    int allowSimultaneousActions(std::set<std::string> const& actions) override;
+    void setReplace(bool replace) override;
+
+    void setLastError(std::string const& text);
+
+    /// Whether one of the allowed groups has all of `actions`. Without a group nothing is allowed.
+    bool assertActionsCanBeUsedSimultaneously(std::set<std::string> const& actions) const;
+
+protected:
+    /// Both phases over one list of arguments, with what stands behind "--" and the option files in
+    /// between. Sets the last error. `result` may be null.
+    virtual int parseVector(ArgumentSource& source, BRIX::WhiteSpace& whiteSpace,
+                            IParseResult* result);
+
+    /// Recognises and stores the arguments in front of the end marker.
+    virtual int parse_phase_one(ArgumentList& args, ParseSession& session);
+
+    /// Checks the options that were given against the actions.
+    virtual int parse_phase_two(ParseSession& session);
+
+private:
+    template <class Visit>
+    void visitHandlers(Visit visit);
+
+    int runPhases(ArgumentSource& source, ParseSession& session);
+    int parseList(ArgumentSource& source, ParseSession& session);
+    int takeUnclaimed(ArgumentList& args, std::string& error);
+    int expandOptionFiles(ParseSession& session);
+    int collectNonparsingArguments(ArgumentList& args, ParseSession& session);
+    int offerToPositional(std::string_view argument, ParseSession& session);
+    int findGivenAction(std::vector<std::string_view> const& given, ParseSession& session,
+                        OptionDescription const*& action) const;
+    int checkModifiers(std::vector<std::string_view> const& given, ParseSession& session,
+                       OptionDescription const& action) const;
+
+    template <class Build>
+    char const* holdHelp(Build build);
+
+    // The members and their order are fixed.
+    RegisteredOptionStorage m_registry;
+    Garbage m_garbage;
+    std::string m_lastError;
+    int m_flags;
+    std::set<EventHandler*> m_handlers;
+    bool m_optionFileEnabled = false;
+    std::vector<std::set<std::string>> m_simultaneousActions;
+    [[maybe_unused]] bool m_reserved = false;  // nothing reads it
+};
+
+}  // namespace varo_3_3

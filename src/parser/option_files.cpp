@@ -1,0 +1,163 @@
+#include "parser/option_files.h"
+
+#include <algorithm>
+
+#include "parser/basic_parser.h"
+#include "parser/diagnostic_log.h"
+#include "platform/join.h"
+#include "recognizers/positional_parser.h"
+
+namespace varo_3_3 {
+
+using internal::trace;
+
+bool OptionLines::next(std::string_view& argument) {
+    while (!m_rest.empty()) {
+        std::size_t const lineEnd = std::min(m_rest.find('\n'), m_rest.size());
+        std::string_view line = m_rest.substr(0, lineEnd);
+        m_rest.remove_prefix(std::min(lineEnd + 1, m_rest.size()));
+        while (!line.empty() && m_whiteSpace.contains(line.front())) {
+            line.remove_prefix(1);
+        }
+        while (line.ends_with('\r')) {
+            line.remove_suffix(1);
+        }
+        if (!line.empty() && line.front() != ';' && line.front() != '#') {
+            argument = line;
+            return true;
+        }
+    }
+    return false;
+}
+
+void OptionFiles::store(OptionDescription const& option, OptionData& data) {
+    std::vector<File> named;
+    bool const namesFiles = std::find(option.m_names.begin(), option.m_names.end(),
+                                      kOptionFileName) != option.m_names.end();
+    bool isAtEnd = m_isAtEnd;
+    for (std::size_t at = 0; namesFiles && !isAtEnd && at < data.m_values.size(); ++at) {
+        char const* const name = data.m_values[at].as<char const*>();
+        isAtEnd = name == nullptr;
+        if (name != nullptr) {
+            named.push_back({name, m_current});
+        }
+    }
+    BRIX::reserveMore(m_files, named.size());
+    m_result.store(option, data);
+    m_isAtEnd = isAtEnd;
+    std::move(named.begin(), named.end(), std::back_inserter(m_files));
+}
+
+void OptionFiles::noteDefault() {
+    char const* const name = m_result.defaultOf(kOptionFileName).as<char const*>();
+    if (m_files.empty() && !m_isAtEnd && name != nullptr) {
+        m_files.push_back({name, kCommandLine});
+    }
+}
+
+bool OptionFiles::loadNext(std::string& text, std::string& error) {
+    m_current = m_next++;
+    File& wanted = m_files[m_current];
+    BRIX::file_t const file(wanted.name.c_str());
+    wanted.identity = file.identity();
+    if (file && isInsideItself(m_current)) {
+        error = BRIX::join({"Option file '", wanted.name, "' includes itself"});
+        return false;
+    }
+    text.clear();
+    bool const isLoaded = m_current < kMostFiles && file && file.load_file(text, m_bytesLeft) &&
+                          text.find('\0') == std::string::npos;
+    if (!isLoaded) {
+        error = BRIX::join({"Error reading option file '", wanted.name, "'"});
+        return false;
+    }
+    m_bytesLeft -= text.size();
+    return true;
+}
+
+/// Whether a file is the same as one of those that it is named in, directly or through others.
+bool OptionFiles::isInsideItself(std::size_t number) const {
+    std::size_t outer = m_files[number].namedIn;
+    while (outer != kCommandLine && !(m_files[outer].identity == m_files[number].identity)) {
+        outer = m_files[outer].namedIn;
+    }
+    return outer != kCommandLine;
+}
+
+/// Stores what stands behind the end marker as plain arguments.
+int BasicParser::collectNonparsingArguments(ArgumentList& args, ParseSession& session) {
+    if (args.empty()) {
+        return kSuccess;
+    }
+    for (args.eraseFront(); !args.empty(); args.eraseFront()) {
+        session.result.storeArgument(args[0]);
+        trace("collectNonparsingArguments: ", "stored argument: '", args[0], "'");
+        if ((m_flags & kOptionsAfterMarker) != 0) {
+            int const code = offerToPositional(args[0], session);
+            if (code != kSuccess) {
+                return code;
+            }
+        }
+    }
+    return kSuccess;
+}
+
+/// Gives a plain argument to the positional option as well, whatever it begins with.
+int BasicParser::offerToPositional(std::string_view argument, ParseSession& session) {
+    SingleArgument source(argument);
+    ArgumentList args(source);
+    PositionalOptionsParser positional(this, &m_garbage, m_flags & ~kDashGuard);
+    auto const traceResult = [](std::string_view step, int code, std::string_view message) {
+        char const digit = static_cast<char>('0' + code);
+        trace("collectNonparsingArguments: ", step, std::string_view(&digit, 1),
+              ", message: ", message);
+    };
+    std::string message;
+    int code = positional.recognize(args, m_registry, message);
+    traceResult("recognize result: ", code, message);
+    if (code != kTaken) {
+        return kSuccess;
+    }
+    unsigned long optionIndex = 0;
+    code = positional.parse(args, session.collector, m_registry, optionIndex, message);
+    traceResult("parse result: ", code, message);
+    if (code == kTaken) {
+        session.addWarning(message);
+    } else {
+        session.error = message;
+    }
+    return code;
+}
+
+int BasicParser::parseStream(char const* text, IParseResult* result) {
+    try {
+        BRIX::WhiteSpace whiteSpace;
+        OptionLines lines(text != nullptr ? text : "", whiteSpace);
+        return parseVector(lines, whiteSpace, result);
+    } catch (std::exception const&) {
+        return kUnusableArguments;
+    }
+}
+
+int BasicParser::expandOptionFiles(ParseSession& session) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    session.files.noteDefault();
+    std::string text;
+    while (session.files.hasNext()) {
+        if (!session.files.loadNext(text, session.error)) {
+            return kOptionFileUnreadable;
+        }
+        std::string_view content = text;
+        if (content.starts_with(kByteOrderMark)) {
+            content.remove_prefix(kByteOrderMark.size());
+        }
+        OptionLines lines(content, session.whiteSpace);
+        int const code = parseList(lines, session);
+        if (code != kSuccess) {
+            return code;
+        }
+    }
+    return kSuccess;
+}
+
+}  // namespace varo_3_3

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "platform/load_file.h"
+#include "platform/white_space.h"
+#include "recognizers/argument_list.h"
+#include "results/parse_result.h"
+
+namespace varo_3_3 {
+
+/// The name of the option whose values name option files.
+inline constexpr char const* kOptionFileName = "option-file";
+
+/// The arguments of a text in the format of option files: one a line, without the white space in
+/// front of it and the carriage returns behind it; empty lines and comments yield none.
+class OptionLines final : public ArgumentSource {
+public:
+    /// `text` and `whiteSpace` outlive this object.
+    OptionLines(std::string_view text, BRIX::WhiteSpace& whiteSpace)
+        : m_rest(text), m_whiteSpace(whiteSpace) {}
+
+    bool next(std::string_view& argument) override;
+
+private:
+    std::string_view m_rest;
+    BRIX::WhiteSpace& m_whiteSpace;
+};
+
+/// The option files of one parse. Stands in front of the result as the collector, notes the files
+/// that are named while the parse runs, and hands out their texts in that order.
+class OptionFiles final : public IResultCollector {
+public:
+    explicit OptionFiles(ParseResult& result) : m_result(result) {}
+
+    void store(OptionDescription const& option, OptionData& data) override;
+
+    /// Notes the default of the option if no file was named. Called once, before the first load.
+    void noteDefault();
+
+    /// Whether a file is left to be loaded.
+    bool hasNext() const { return m_next < m_files.size(); }
+
+    /// Loads the next file into `text`; what is noted from then on is named inside it. False, with
+    /// the text for the user in `error`, when it cannot be read, is inside itself, or goes over the
+    /// limits of one parse.
+    bool loadNext(std::string& text, std::string& error);
+
+private:
+    static constexpr std::size_t kMostFiles = 1000;
+    static constexpr std::size_t kMostBytes = std::size_t{256} << 20;
+    static constexpr std::size_t kCommandLine = ~std::size_t{0};
+
+    struct File {
+        std::string name;
+        std::size_t namedIn;  // number of a file, or kCommandLine
+        BRIX::file_t::identity_t identity{};
+    };
+
+    bool isInsideItself(std::size_t number) const;
+
+    ParseResult& m_result;
+    std::vector<File> m_files;
+    std::size_t m_next = 0;
+    std::size_t m_current = kCommandLine;
+    std::size_t m_bytesLeft = kMostBytes;
+    bool m_isAtEnd = false;  // a value was no text, which ends the walk
+};
+
+}  // namespace varo_3_3

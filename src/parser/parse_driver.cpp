@@ -1,0 +1,231 @@
+#include <algorithm>
+#include <array>
+#include <exception>
+#include <optional>
+
+#include "parser/basic_parser.h"
+#include "parser/diagnostic_log.h"
+#include "parser/tag_sets.h"
+#include "platform/join.h"
+#include "recognizers/abbreviation_parser.h"
+#include "recognizers/positional_parser.h"
+
+namespace varo_3_3 {
+
+using internal::trace;
+
+namespace {
+
+constexpr std::string_view kLogSwitch = "varooption=varologenable=1";
+
+/// The result that a parse fills: the host's, or, when there is none, one that is thrown away.
+class Target {
+public:
+    explicit Target(IParseResult* result)
+        : m_result(result != nullptr ? static_cast<ParseResult*>(result) : &m_own.emplace()) {}
+    Target(Target const&) = delete;
+    Target& operator=(Target const&) = delete;
+
+    ParseResult& operator*() const { return *m_result; }
+
+private:
+    std::optional<ParseResult> m_own;
+    ParseResult* m_result;
+};
+
+/// Keeps replaced records alive while a parse may still hold them, and has the result forget
+/// records that may not be.
+class RecordsInUse {
+public:
+    RecordsInUse(RegisteredOptionStorage& registry, ParseResult& result)
+        : m_registry(registry), m_result(result) {
+        m_registry.beginUse();
+        m_result.forgetRecords();
+    }
+    ~RecordsInUse() {
+        m_registry.endUse();
+        m_result.forgetRecords();
+    }
+    RecordsInUse(RecordsInUse const&) = delete;
+    RecordsInUse& operator=(RecordsInUse const&) = delete;
+
+private:
+    RegisteredOptionStorage& m_registry;
+    ParseResult& m_result;
+};
+
+/// The recogniser with the highest priority among those that take args[0]; null if none does.
+IArgumentParser* chooseRecognizer(std::array<IArgumentParser*, 2> const& recognizers,
+                                  ArgumentList& args, RegisteredOptionStorage& options,
+                                  std::string& message) {
+    IArgumentParser* best = nullptr;
+    int bestPriority = -99999999;
+    for (IArgumentParser* const recognizer : recognizers) {
+        if (recognizer->recognize(args, options, message) == kTaken &&
+            recognizer->getPriority() > bestPriority) {
+            best = recognizer;
+            bestPriority = recognizer->getPriority();
+        }
+    }
+    return best;
+}
+
+}  // namespace
+
+int BasicParser::parseArgsVector(int argc, char const* const* argv, IParseResult* result) {
+    Target const target(result);
+    (*target).applyDefault(m_registry);
+    if (argc < 2) {
+        m_lastError.clear();
+        return kSuccess;
+    }
+    if (argv == nullptr || std::find(argv + 1, argv + argc, nullptr) != argv + argc) {
+        return kUnusableArguments;
+    }
+    BRIX::WhiteSpace whiteSpace;
+    ArgumentVector source(argv + 1, static_cast<std::size_t>(argc) - 1);
+    return parseVector(source, whiteSpace, &*target);
+}
+
+int BasicParser::parseVector(ArgumentSource& source, BRIX::WhiteSpace& whiteSpace,
+                             IParseResult* result) {
+    Target const target(result);
+    RecordsInUse const inUse(m_registry, *target);
+    m_lastError.clear();
+    try {
+        ParseSession session(*target, whiteSpace);
+        int const code = runPhases(source, session);
+        m_lastError = code == kSuccess ? session.warnings : session.error;
+        return code;
+    } catch (std::exception const&) {
+        m_lastError = kUnidentifiedProblemText;
+        return kUnidentifiedProblem;
+    }
+}
+
+int BasicParser::runPhases(ArgumentSource& source, ParseSession& session) {
+    if (!m_handlers.empty()) {
+        session.whiteSpace.capture();  // a handler may set another locale
+    }
+    if (m_optionFileEnabled) {
+        session.collector = &session.files;
+    }
+    int code = parseList(source, session);
+    if (code == kSuccess && m_optionFileEnabled) {
+        code = expandOptionFiles(session);
+    }
+    return code == kSuccess ? parse_phase_two(session) : code;
+}
+
+int BasicParser::parseList(ArgumentSource& source, ParseSession& session) {
+    ArgumentList args(source);
+    int const code = parse_phase_one(args, session);
+    return code == kSuccess ? collectNonparsingArguments(args, session) : code;
+}
+
+int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
+    internal::varoLogEnabled = false;
+    if (!args.empty() && args[0] == kLogSwitch) {
+        internal::varoLogEnabled = true;
+        args.eraseFront();
+    }
+    PositionalOptionsParser positional(this, &m_garbage, m_flags);
+    AbbreviationParser abbreviation(this, &m_garbage, m_flags, session.whiteSpace);
+    std::array<IArgumentParser*, 2> const recognizers = {&positional, &abbreviation};
+    std::string reason;  // why a recogniser does not take an argument interests nobody
+    std::string warning;
+    while (!args.empty() && args[0] != kEndMarker) {
+        IArgumentParser* const recognizer = chooseRecognizer(recognizers, args, m_registry, reason);
+        if (recognizer == nullptr) {
+            if (takeUnclaimed(args, session.error) != kSuccess) {
+                return kParseError;
+            }
+            continue;
+        }
+        unsigned long optionIndex = 0;
+        warning.clear();
+        int const code =
+            recognizer->parse(args, session.collector, m_registry, optionIndex, warning);
+        if (code != kSuccess) {
+            session.error = warning;
+            return code;
+        }
+        session.addWarning(warning);
+    }
+    return kSuccess;
+}
+
+/// Drops an argument that no recogniser takes, or makes it an error.
+int BasicParser::takeUnclaimed(ArgumentList& args, std::string& error) {
+    bool const isVetoed = !m_handlers.empty() && !onUknownArgument(m_garbage.init(args[0]));
+    if ((m_flags & kUnknownIsError) != 0 && !isVetoed) {
+        error = BRIX::join({"Unknown option: ", args[0]});
+        return kParseError;
+    }
+    trace("ignoring ", args[0]);
+    args.eraseFront();
+    return kSuccess;
+}
+
+int BasicParser::parse_phase_two(ParseSession& session) {
+    std::vector<std::string_view> given = session.result.givenOptions();
+    if (m_registry.actionCount() != 0) {
+        std::sort(given.begin(), given.end());  // without actions no order shows
+    }
+    OptionDescription const* action = nullptr;
+    int const code = findGivenAction(given, session, action);
+    return code == kSuccess && action != nullptr ? checkModifiers(given, session, *action) : code;
+}
+
+/// Finds the action, of several that are allowed together the last by name.
+int BasicParser::findGivenAction(std::vector<std::string_view> const& given, ParseSession& session,
+                                 OptionDescription const*& action) const {
+    std::set<std::string> met;
+    bool hasOption = false;
+    for (std::string_view const key : given) {
+        unsigned long index = 0;
+        if (findOption(key, index, m_registry.names(), {})) {
+            return kRefused;
+        }
+        OptionDescription const& record = *m_registry.records()[index];
+        if (!record.isAction()) {
+            hasOption = true;
+            continue;
+        }
+        met.emplace(record.firstName());
+        if (action != nullptr && action != &record && !assertActionsCanBeUsedSimultaneously(met)) {
+            session.error =
+                BRIX::join({"Action '-", record.firstName(), "' and action '-", action->firstName(),
+                            "' were defined, but only one action possible."});
+            return kParseError;
+        }
+        action = &record;
+    }
+    if (action == nullptr && hasOption && m_registry.actionCount() != 0) {
+        session.error = "No action defined.";
+        return kParseError;
+    }
+    return kSuccess;
+}
+
+/// Checks that the options given belong to the action, or to every action.
+int BasicParser::checkModifiers(std::vector<std::string_view> const& given, ParseSession& session,
+                                OptionDescription const& action) const {
+    for (std::string_view const key : given) {
+        unsigned long index = 0;
+        if (findOption(key, index, m_registry.names(), action.m_tags) &&
+            findOption(key, index, m_registry.names(), {})) {
+            return kRefused;
+        }
+        OptionDescription const& record = *m_registry.records()[index];
+        if (!record.isAction() && !record.m_tags.empty() &&
+            !isIntersected(record.m_tags, action.m_tags)) {
+            session.error = BRIX::join({"Action '-", action.firstName(),
+                                        "' doesn't accept option '-", record.firstName(), "'"});
+            return kParseError;
+        }
+    }
+    return kSuccess;
+}
+
+}  // namespace varo_3_3

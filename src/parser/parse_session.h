@@ -1,0 +1,32 @@
+#pragma once
+
+#include <string>
+
+#include "parser/option_files.h"
+#include "platform/white_space.h"
+#include "results/parse_result.h"
+
+namespace varo_3_3 {
+
+/// What one parse call carries through its phases, so that a parse within it shares nothing with
+/// it.
+struct ParseSession {
+    ParseSession(ParseResult& target, BRIX::WhiteSpace& space)
+        : result(target), whiteSpace(space), files(target) {}
+
+    void addWarning(std::string const& warning) {
+        if (!warning.empty()) {
+            warnings += warnings.empty() ? "" : "\n";
+            warnings += warning;
+        }
+    }
+
+    ParseResult& result;
+    BRIX::WhiteSpace& whiteSpace;
+    OptionFiles files;
+    IResultCollector* collector = &result;  ///< the result, or what stands in front of it
+    std::string error;                      ///< of the argument that ended the parse
+    std::string warnings;                   ///< one a line
+};
+
+}  // namespace varo_3_3

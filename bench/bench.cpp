@@ -1,0 +1,172 @@
+#include "floor.h"
+#include "table.h"
+#include "varo_work.h"
+
+// Every row of the table: what is done, at which sizes, by whom.
+
+namespace bench {
+
+namespace {
+
+using Sizes = std::vector<long>;
+using WorkOf = Work (*)(MakeContestant, WorkloadPointer const&);
+using MakeWorkload = WorkloadPointer (*)(long size);
+
+/// Registers the work once per size. It is prepared, and its answers are checked, before the first
+/// repetition is timed.
+void add(std::string const& row, std::string const& contestant, Sizes const& sizes,
+         std::function<Work(long)> const& prepare) {
+    for (long const size : sizes) {
+        auto const run = [prepare, size, work = std::make_shared<Work>()](benchmark::State& state) {
+            try {
+                if (!*work) {
+                    *work = prepare(size);
+                }
+                for (auto unused : state) {
+                    (*work)();
+                }
+            } catch (std::exception const& exception) {
+                state.SkipWithError(exception.what());
+            }
+        };
+        std::string const name = row + "/" + contestant + "/" + std::to_string(size);
+        benchmark::RegisterBenchmark(name.c_str(), run);
+    }
+}
+
+/// Registers contestants on a workload that they share.
+class Race {
+public:
+    Race(std::string row, WorkOf workOf, MakeWorkload makeWorkload)
+        : m_row(std::move(row)), m_workOf(workOf), m_makeWorkload(makeWorkload) {}
+
+    Race& varoAndFloor(Sizes const& sizes, MakeContestant floor = make<Floor>) {
+        enter("varo", make<Varo>, sizes);
+        enter("floor", floor, sizes);
+        return *this;
+    }
+
+    Race& others(Sizes const& sizes, bool abbreviated = false) {
+        for (Peer const& peer : peers()) {
+            if (peer.abbreviates || !abbreviated) {
+                enter(peer.name, peer.make, sizes);
+            }
+        }
+        return *this;
+    }
+
+private:
+    void enter(std::string const& contestant, MakeContestant make, Sizes const& sizes) {
+        add(m_row, contestant, sizes,
+            [workOf = m_workOf, makeWorkload = m_makeWorkload, workloads = m_workloads,
+             make](long size) {
+                WorkloadPointer& workload = (*workloads)[size];
+                workload = workload ? workload : makeWorkload(size);
+                return workOf(make, workload);
+            });
+    }
+
+    std::string m_row;
+    WorkOf m_workOf;
+    MakeWorkload m_makeWorkload;
+    std::shared_ptr<std::map<long, WorkloadPointer>> m_workloads =
+        std::make_shared<std::map<long, WorkloadPointer>>();
+};
+
+WorkloadPointer tool(long) {
+    return toolWorkload();
+}
+
+/// Checks that floor and library lay out the same letters, and returns the floor's work.
+Work floorHelp(long count) {
+    WorkloadPointer const workload = manyDescriptions(count);
+    auto const letters = [](std::string text) {
+        std::erase_if(text, [](char byte) { return byte == ' ' || byte == '\n'; });
+        return text;
+    };
+    require(letters(wrapHelp(*workload)) == letters(Varo(*workload).help()), "another help");
+    return [workload] { benchmark::DoNotOptimize(wrapHelp(*workload)); };
+}
+
+void addRaces() {
+    Race("whole", wholeWork, tool).varoAndFloor({1}).others({1});
+    Race("parse", parseWork, tool).varoAndFloor({1}).others({1});
+    Race("declare", wholeWork, [](long n) { return manyOptions(n, 10, false); })
+        .varoAndFloor({10, 100, 1000, 5000})
+        .others({1000});
+    Race("against", parseWork, [](long n) { return manyOptions(n, 10, false); })
+        .varoAndFloor({10, 100, 1000, 5000})
+        .others({1000});
+    Race("arguments", parseWork, [](long n) { return manyArguments(n, false, Source::arguments); })
+        .varoAndFloor({1000, 10'000, 100'000, 1'000'000})
+        .others({10'000});
+    Race("rest", parseWork, [](long n) {
+        return manyArguments(n, true, Source::arguments);
+    }).varoAndFloor({100'000, 1'000'000});
+    Race("stream", parseWork, [](long n) {
+        return manyArguments(n, false, Source::stream);
+    }).varoAndFloor({100'000, 1'000'000});
+    Race("file", parseWork, [](long n) {
+        return manyArguments(n, false, Source::file);
+    }).varoAndFloor({100'000, 1'000'000});
+    Race("names", parseWork, [](long n) { return manyOptions(1000, n, false); })
+        .varoAndFloor({10'000})
+        .others({10'000});
+    Race("abbreviations", parseWork, [](long n) { return manyOptions(1000, n, true); })
+        .varoAndFloor({10'000}, make<AbbreviatingFloor>)
+        .others({10'000}, true);
+}
+
+void addOwnRows() {
+    add("walk", "varo", {1000, 10'000, 100'000, 1'000'000}, walkWork);
+    add("last", "varo", {1000, 10'000, 100'000, 1'000'000}, lastValueWork);
+    add("help", "varo", {20, 1000}, [](long n) { return helpWork(manyDescriptions(n)); });
+    add("help", "floor", {20, 1000}, floorHelp);
+    add("declarations", "varo", {1000, 10'000, 100'000},
+        [](long n) { return wholeWork(make<Varo>, manyOptions(n, 10, false)); });
+    add("actions", "varo", {10, 100, 1000}, actionsWork);
+    add("description", "varo", {100'000, 1'000'000, 10'000'000}, longDescriptionWork);
+    add("ambiguous", "varo", {200, 2000, 20'000}, ambiguousWork);
+}
+
+std::vector<Row> const kRows = {
+    {"whole", "15 declarations, 12 arguments: create, declare, parse, query, destroy", 6},
+    {"parse", "the same, parse and query alone", 4.5},
+    {"declare", "declare 10 to 5,000 options, parse 10 of them", 5, 0, 1.15},
+    {"against", "parse 10 arguments against 10 to 5,000 options", 5, 0, 0.1},
+    {"arguments", "1,000 to 1M arguments, half options, half positional", 2.5, 0, 1.15},
+    {"rest", "100k and 1M arguments, one positional that takes the rest", 2.5, 0, 1.15},
+    {"stream", "parseStream of 100k and 1M lines", 2.5, 0, 1.15},
+    {"file", "an option file of 100k and 1M lines", 2.5, 0, 1.15},
+    {"names", "10,000 arguments, 1,000 options, full names", 2.5, 0.15},
+    {"abbreviations", "10,000 arguments, 1,000 options, abbreviations", 1.5, 0.05},
+    {"walk", "walk 1,000 to 1M values of one option", 0, 0, 1.15},
+    {"last", "getLastValue of 1,000 to 1M values", 0, 0, 1.15},
+    {"help", "general help for 20 and 1,000 options", 2.5, 0, 1.15},
+    {"declarations", "100,000 options", 0, 0, 1.15, 1},
+    {"actions", "1,000 actions whose modifiers share one name", 0, 0, 1.15, 1},
+    {"description", "help with a description of 10 MB", 0, 0, 1.15, 1},
+    {"ambiguous", "20,000 candidates of one ambiguous abbreviation", 0, 0, 1.15, 1},
+};
+
+}  // namespace
+
+}  // namespace bench
+
+int main(int argc, char** argv) {
+    // Interleaved repetitions, so that a busy moment of the machine meets all contestants.
+    std::vector<std::string> flags = {argv[0], "--benchmark_enable_random_interleaving=true",
+                                      "--benchmark_repetitions=9", "--benchmark_min_time=0.02"};
+    flags.insert(flags.end(), argv + 1, argv + argc);
+    std::vector<char*> pointers;
+    for (std::string& flag : flags) {
+        pointers.push_back(flag.data());
+    }
+    int count = static_cast<int>(pointers.size());
+    bench::addRaces();
+    bench::addOwnRows();
+    benchmark::Initialize(&count, pointers.data());
+    bench::Table table(bench::kRows);
+    benchmark::RunSpecifiedBenchmarks(&table);
+    return table.print() ? 0 : 1;
+}

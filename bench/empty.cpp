@@ -1,0 +1,2 @@
+// What every C++ program pays before main.
+int main() {}

@@ -1,0 +1,7 @@
+#include <set>
+#include <string>
+#include <vector>
+
+// What all_headers.cpp is compared with.
+
+int main() {}

@@ -1,0 +1,181 @@
+#include "varo_work.h"
+
+namespace bench {
+
+using namespace varo_3_3;
+
+namespace {
+
+mosaic2::das_variant_type_t typeOf(Kind kind) {
+    constexpr mosaic2::das_variant_type_t kTypes[] = {mosaic2::vtBool, mosaic2::vtS32,
+                                                      mosaic2::vtDouble, mosaic2::vtString};
+    return kTypes[static_cast<int>(kind)];
+}
+
+void declare(IParser* parser, Declaration const& declaration) {
+    std::string names = declaration.name;
+    if (declaration.letter != 0) {
+        names.append(",").append(1, declaration.letter);
+    }
+    IOption* const option = parser->option(names.c_str(), declaration.description.c_str(),
+                                           typeOf(declaration.kind), "");
+    for (std::string const& value : declaration.allowed) {
+        option->allowValue(value.c_str());
+    }
+    if (declaration.positional) {
+        option->positional();
+    }
+}
+
+int run(IParser* parser, Workload const& workload, IParseResult* result) {
+    if (workload.source == Source::stream) {
+        return parser->parseStream(workload.lines.c_str(), result);
+    }
+    if (workload.source == Source::file) {
+        std::string const argument = "--option-file=" + workload.path;
+        char const* const argv[] = {"program", argument.c_str()};
+        return parser->parseArgsVector(2, argv, result);
+    }
+    return parser->parseArgsVector(workload.argc(), workload.argv.data(), result);
+}
+
+void query(IParseResult* result, Workload const& workload, Answer& answer) {
+    for (unsigned const index : workload.queries) {
+        char const* const name = workload.declarations[index].name.c_str();
+        for (Value value = result->get(name, kFirstPosition, kNoPosition);
+             value.position() != kNoPosition; value = result->next(name)) {
+            switch (workload.declarations[index].kind) {
+                case Kind::boolean:
+                case Kind::integer:
+                    answer.add(value.as<long>());
+                    break;
+                case Kind::real:
+                    answer.add(value.as<double>());
+                    break;
+                case Kind::text:
+                    answer.add(value.as<char const*>());
+            }
+        }
+    }
+}
+
+/// A parser that reports unknown arguments, and a result.
+struct Pair {
+    Pair() {
+        createParser(&parser, kUnknownIsError);
+        parser->createResult(&result);
+    }
+    Pair(Pair const&) = delete;
+    ~Pair() {
+        result->destroy();
+        parser->destroy();
+    }
+
+    IParser* parser = nullptr;
+    IParseResult* result = nullptr;
+};
+
+std::shared_ptr<Pair> parsedOccurrences(long count) {
+    auto pair = std::make_shared<Pair>();
+    pair->parser->option("option", "A text", mosaic2::vtString, "");
+    std::vector<char const*> const argv(static_cast<std::size_t>(count) + 1, "--option=text");
+    int const code =
+        pair->parser->parseArgsVector(static_cast<int>(count) + 1, argv.data(), pair->result);
+    require(code == kSuccess, "cannot parse");
+    return pair;
+}
+
+}  // namespace
+
+Varo::Varo(Workload const& workload) {
+    createParser(&m_parser,
+                 kUnknownIsError | kDoubleDashHelp | (workload.takeTheRest ? kTakeTheRest : 0));
+    for (Declaration const& declaration : workload.declarations) {
+        declare(m_parser, declaration);
+    }
+    if (workload.source == Source::file) {
+        m_parser->addOptionFileOption("A file of further arguments", "");
+    }
+}
+
+Varo::~Varo() {
+    m_parser->destroy();
+}
+
+void Varo::parse(Workload const& workload, Answer& answer) {
+    IParseResult* result = nullptr;
+    m_parser->createResult(&result);
+    int const code = run(m_parser, workload, result);
+    require(code == kSuccess, m_parser->getErrorDesc());
+    query(result, workload, answer);
+    result->destroy();
+}
+
+Work walkWork(long count) {
+    std::shared_ptr<Pair> const pair = parsedOccurrences(count);
+    return [pair, count] {
+        long values = 0;
+        for (Value value = pair->result->get("option", kFirstPosition, kNoPosition);
+             value.position() != kNoPosition; value = pair->result->next("option")) {
+            values += *value.as<char const*>() == 't';
+        }
+        require(values == count, "wrong number of values");
+    };
+}
+
+Work lastValueWork(long count) {
+    std::shared_ptr<Pair> const pair = parsedOccurrences(count);
+    return [pair] {
+        Value const last = getLastValue(pair->result, "option", kFirstPosition, kNoPosition);
+        require(std::string_view(last.text()) == "text", "wrong last value");
+    };
+}
+
+Work helpWork(WorkloadPointer const& workload) {
+    auto const varo = std::make_shared<Varo>(*workload);
+    return [varo] { varo->help(); };
+}
+
+Work longDescriptionWork(long size) {
+    std::string description;
+    while (static_cast<long>(description.size()) < size) {
+        description.append("words that wrap somewhere ");
+    }
+    return [description] {
+        Pair const pair;
+        pair.parser->option("option", description.c_str(), mosaic2::vtString, "");
+        std::string_view const help = pair.parser->getDescription(false);
+        require(help.size() > description.size(), "the help is too short");
+    };
+}
+
+Work actionsWork(long count) {
+    return [count] {
+        Pair const pair;
+        for (long index = 0; index < count; ++index) {
+            std::string const name = "action" + std::to_string(index);
+            pair.parser->action(name.c_str(), "Does something", mosaic2::vtNull, "");
+            pair.parser->modifier("level", name.c_str(), "How", mosaic2::vtS32, "");
+        }
+        char const* const argv[] = {"program", "--action0", "--level=3"};
+        int const code = pair.parser->parseArgsVector(3, argv, pair.result);
+        Value const level = pair.result->get("level", kFirstPosition, kNoPosition);
+        require(code == kSuccess && level.as<int>() == 3, "wrong level");
+    };
+}
+
+Work ambiguousWork(long count) {
+    auto const pair = std::make_shared<Pair>();
+    for (long index = 0; index < count; ++index) {
+        std::string const name = "common" + std::to_string(index);
+        pair->parser->option(name.c_str(), "A text", mosaic2::vtString, "");
+    }
+    return [pair, count] {
+        char const* const argv[] = {"program", "--comm=1"};
+        int const code = pair->parser->parseArgsVector(2, argv, pair->result);
+        std::string_view const text = pair->parser->getErrorDesc();
+        require(code == kParseError && static_cast<long>(text.size()) > 10 * count, "wrong error");
+    };
+}
+
+}  // namespace bench

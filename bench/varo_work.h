@@ -1,0 +1,40 @@
+#pragma once
+
+#include "varo/parser.h"
+#include "workload.h"
+
+namespace bench {
+
+/// The library, used as a host uses it.
+class Varo : public Contestant {
+public:
+    explicit Varo(Workload const& workload);
+    Varo(Varo const&) = delete;
+    ~Varo() override;
+
+    void parse(Workload const& workload, Answer& answer) override;
+    char const* help() { return m_parser->getDescription(false); }
+
+private:
+    varo_3_3::IParser* m_parser = nullptr;
+};
+
+// Work that only the library does; all of it checks what it gets.
+
+/// `count` occurrences of one option, walked with get and next, or asked for the last value.
+Work walkWork(long count);
+Work lastValueWork(long count);
+
+/// The general help for the workload's declarations.
+Work helpWork(WorkloadPointer const& workload);
+
+/// The help for one option with a description of `size` bytes.
+Work longDescriptionWork(long size);
+
+/// Declares `count` actions, each with a modifier of the one name "level", and parses such a pair.
+Work actionsWork(long count);
+
+/// Parses what the names of `count` options begin with: an error that lists them all.
+Work ambiguousWork(long count);
+
+}  // namespace bench

@@ -1,8 +1,7 @@
 #include "help/action_help.h"
 
-#include <stdexcept>
-
 #include "parser/tag_sets.h"
+#include "platform/throw.h"
 
 namespace varo_3_3 {
 namespace {
@@ -35,9 +34,9 @@ ShownOptions findActionModifiers(RegisteredOptionStorage const& registry,
                                  unsigned long actionIndex) {
     OptionRecords const& records = registry.records();
     if (actionIndex >= records.size()) {
-        throw std::out_of_range("vector::_M_range_check: __n (which is " +
-                                std::to_string(actionIndex) + ") >= this->size() (which is " +
-                                std::to_string(records.size()) + ")");
+        BRIX::throwOutOfRange(
+            "vector::_M_range_check: __n (which is %zu) >= this->size() (which is %zu)",
+            actionIndex, records.size());
     }
     OptionDescription const& action = *records[actionIndex];
     return selectOptions(registry, [&](OptionDescription const& record) {

@@ -117,8 +117,9 @@ std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions 
             help += '\n';
         }
         ShownOptions& shown = bySection[number];
-        std::stable_sort(shown.begin(), shown.end(),
-                         [](auto const* left, auto const* right) { return *left < *right; });
+        std::sort(shown.begin(), shown.end(), [](auto const* left, auto const* right) {
+            return *left < *right || (!(*right < *left) && left->m_index < right->m_index);
+        });
         for (OptionDescription const* const option : shown) {
             appendEntry(help, *option, style);
         }

@@ -1,8 +1,8 @@
 #include "help/paragraph.h"
 
 #include <algorithm>
-#include <stdexcept>
 
+#include "platform/throw.h"
 #include "varo/text.h"
 
 namespace varo_3_3 {
@@ -21,8 +21,8 @@ std::size_t cutPiece(std::string_view text, std::size_t room) {
         return length;
     }
     if (length == 0) {
-        throw std::out_of_range(
-            "basic_string::at: __n (which is 18446744073709551615) >= this->size() (which is 0)");
+        BRIX::throwOutOfRange("basic_string::at: __n (which is %zu) >= this->size() (which is %zu)",
+                              length - 1, length);
     }
     if (text[length - 1] == ' ') {
         return length;
@@ -71,7 +71,7 @@ std::string paragraphString(std::string text, std::string caption, unsigned long
 WordWrappedText::WordWrappedText(char const* caption, char const* text, unsigned long indent,
                                  unsigned long rightMargin) {
     if (caption == nullptr || text == nullptr) {
-        throw std::logic_error("basic_string::_M_construct null not valid");
+        BRIX::throwLogicError("basic_string::_M_construct null not valid");
     }
     appendParagraph(m_text, text, caption, indent, rightMargin - indent);
 }

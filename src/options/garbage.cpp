@@ -34,8 +34,8 @@ char const* Garbage::keep(std::string_view text) {
         // A text that would fill much of a chunk gets one of its own, the chunk in use goes on.
         std::size_t const nextChunk = std::clamp(2 * m_chunkSize, kFirstChunk, kLargestChunk);
         bool const ownChunk = size > nextChunk / 4;
-        m_chunks.push_back(std::make_unique_for_overwrite<char[]>(ownChunk ? size : nextChunk));
-        place = m_chunks.back().get();
+        m_chunks.emplace_back(ownChunk ? size : nextChunk);
+        place = m_chunks.back().data();
         if (!ownChunk) {
             m_chunkSize = nextChunk;
             m_free = place + size;

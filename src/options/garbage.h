@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <string_view>
 #include <vector>
 
@@ -25,7 +24,7 @@ public:
     char const* keep(std::string_view text);
 
 private:
-    std::vector<std::unique_ptr<char[]>> m_chunks;
+    std::vector<std::vector<char>> m_chunks;
     char* m_free = nullptr;  // the unused end of the newest chunk that texts are put into
     std::size_t m_freeSize = 0;
     std::size_t m_chunkSize = 0;

@@ -95,8 +95,8 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     unsigned long index = 0;
     bool const isFree = findOption(record->m_names, index, m_names, record->m_tags);
     if (!isFree && !m_replace) {
-        internal::trace("Tried to register an option with a name, which is alread registered: ",
-                        names);
+        internal::varoLog("Tried to register an option with a name, which is alread registered: ",
+                          names);
         commit(std::move(sectionChange));
         return refuse();
     }

@@ -1,11 +1,11 @@
 #include "parser/basic_parser.h"
 
 #include <exception>
-#include <stdexcept>
 #include <string_view>
 
 #include "help/action_help.h"
 #include "help/option_help.h"
+#include "platform/throw.h"
 
 namespace varo_3_3 {
 
@@ -149,7 +149,7 @@ char const* BasicParser::getDescription(char const* topic, bool hidden) {
 
 char const* BasicParser::getActionModifiersDescription(char const* action, bool hidden) {
     if (action == nullptr) {
-        throw std::logic_error("basic_string::_M_construct null not valid");
+        BRIX::throwLogicError("basic_string::_M_construct null not valid");
     }
     return holdHelp([&] { return actionHelp(m_registry, action, HelpStyle{m_flags, hidden}); });
 }

@@ -9,7 +9,7 @@
 
 namespace varo_3_3 {
 
-using internal::trace;
+using internal::varoLog;
 
 bool OptionLines::next(std::string_view& argument) {
     while (!m_rest.empty()) {
@@ -91,7 +91,7 @@ int BasicParser::collectNonparsingArguments(ArgumentList& args, ParseSession& se
     }
     for (args.eraseFront(); !args.empty(); args.eraseFront()) {
         session.result.storeArgument(args[0]);
-        trace("collectNonparsingArguments: ", "stored argument: '", args[0], "'");
+        varoLog("collectNonparsingArguments: ", "stored argument: '", args[0], "'");
         if ((m_flags & kOptionsAfterMarker) != 0) {
             int const code = offerToPositional(args[0], session);
             if (code != kSuccess) {
@@ -107,20 +107,20 @@ int BasicParser::offerToPositional(std::string_view argument, ParseSession& sess
     SingleArgument source(argument);
     ArgumentList args(source);
     PositionalOptionsParser positional(this, &m_garbage, m_flags & ~kDashGuard);
-    auto const traceResult = [](std::string_view step, int code, std::string_view message) {
+    auto const logResult = [](std::string_view step, int code, std::string_view message) {
         char const digit = static_cast<char>('0' + code);
-        trace("collectNonparsingArguments: ", step, std::string_view(&digit, 1),
-              ", message: ", message);
+        varoLog("collectNonparsingArguments: ", step, std::string_view(&digit, 1),
+                ", message: ", message);
     };
     std::string message;
     int code = positional.recognize(args, m_registry, message);
-    traceResult("recognize result: ", code, message);
+    logResult("recognize result: ", code, message);
     if (code != kTaken) {
         return kSuccess;
     }
     unsigned long optionIndex = 0;
     code = positional.parse(args, session.collector, m_registry, optionIndex, message);
-    traceResult("parse result: ", code, message);
+    logResult("parse result: ", code, message);
     if (code == kTaken) {
         session.addWarning(message);
     } else {

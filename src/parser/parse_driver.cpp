@@ -12,7 +12,7 @@
 
 namespace varo_3_3 {
 
-using internal::trace;
+using internal::varoLog;
 
 namespace {
 
@@ -162,7 +162,7 @@ int BasicParser::takeUnclaimed(ArgumentList& args, std::string& error) {
         error = BRIX::join({"Unknown option: ", args[0]});
         return kParseError;
     }
-    trace("ignoring ", args[0]);
+    varoLog("ignoring ", args[0]);
     args.eraseFront();
     return kSuccess;
 }

@@ -1,12 +1,13 @@
 #include "BRIX/assertion.h"
 
-#include <cstdio>
+#include <stdio.h>
+#include <unistd.h>
 
 namespace BRIX::debug::_private {
 namespace {
 
 void report(char const* check, char const* file, int line, char const* function) {
-    std::fprintf(stderr, "%s:%d: check failed: %s in %s\n", file, line, check, function);
+    dprintf(STDERR_FILENO, "%s:%d: check failed: %s in %s\n", file, line, check, function);
 }
 
 }  // namespace

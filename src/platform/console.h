@@ -1,12 +1,12 @@
 #pragma once
 
-#include <ostream>
-
-#include "varo/trace.h"
+#include <initializer_list>
+#include <string_view>
 
 namespace BRIX {
 
-/// The console stream, made ready for use even in a program that never includes <iostream>.
-std::ostream& console();
+/// Writes the parts as one line to the console stream, at once. Never fails: what the console
+/// refuses is lost, even when the host made the stream throw.
+void writeLine(std::initializer_list<std::string_view> parts) noexcept;
 
 }  // namespace BRIX

@@ -20,10 +20,14 @@ inline std::uint32_t hashText(std::string_view prefix, std::string_view text) {
     };
     if (!prefix.empty()) {
         char word[sizeof(std::uint64_t)];
-        std::size_t const size = prefix.copy(word, sizeof(word));
-        std::size_t const taken = text.copy(word + size, sizeof(word) - size);
-        mixIn(word, size + taken);
-        text.remove_prefix(taken);
+        std::size_t size = 0;
+        for (char const byte : prefix) {
+            word[size++] = byte;
+        }
+        for (; size < sizeof(word) && !text.empty(); text.remove_prefix(1)) {
+            word[size++] = text.front();
+        }
+        mixIn(word, size);
     }
     while (text.size() >= sizeof(std::uint64_t)) {
         mixIn(text.data(), sizeof(std::uint64_t));

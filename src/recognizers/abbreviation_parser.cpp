@@ -6,7 +6,7 @@
 namespace varo_3_3 {
 
 using BRIX::join;
-using internal::trace;
+using internal::varoLog;
 
 AbbreviationParser::AbbreviationParser(EventHandler* handler, Garbage* garbage, int flags,
                                        BRIX::WhiteSpace& whiteSpace)
@@ -17,7 +17,7 @@ AbbreviationParser::AbbreviationParser(EventHandler* handler, Garbage* garbage, 
 result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStorage& options,
                                        std::string& /*message*/) {
     m_candidates.clear();
-    trace(m_name, ": recognizing argument '", args[0], "'");
+    varoLog(m_name, ": recognizing argument '", args[0], "'");
     m_optionIndex = kNoOption;
     if (args[0].size() < 2 || getDashLength(args[0], 0) == 0) {
         return kNotTaken;
@@ -33,13 +33,13 @@ result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStora
     }
     if (!match.isUnique && !names.isOneOption(match)) {
         m_candidates = names.listCandidates(match);
-        trace(m_name, ": failed to get best match for '", typedName, "' in argument '", args[0],
-              "':Ambiguous option, possible options are: ", m_candidates);
+        varoLog(m_name, ": failed to get best match for '", typedName, "' in argument '", args[0],
+                "':Ambiguous option, possible options are: ", m_candidates);
         return kTaken;  // parse reports it
     }
     if (internal::varoLogEnabled) {
-        trace(m_name, ": best match option for '", typedName, "' in argument '", args[0], "' is '",
-              names.textOf(match.first), "'");
+        varoLog(m_name, ": best match option for '", typedName, "' in argument '", args[0],
+                "' is '", names.textOf(match.first), "'");
     }
     m_isNegated = names.beginsWithNo(match.first);
     m_optionIndex = names.recordOf(match.first);
@@ -50,7 +50,7 @@ result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collect
                                    RegisteredOptionStorage& options, unsigned long& optionIndex,
                                    std::string& message) {
     optionIndex = m_optionIndex;
-    trace(m_name, ": parsing argument '", args[0], "'");
+    varoLog(m_name, ": parsing argument '", args[0], "'");
     std::string_view typedName;
     std::string_view value;
     bool const hasSeparator = splitOptionValue(args[0], m_whiteSpace, &typedName, &value);
@@ -63,9 +63,9 @@ result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collect
         return fail(message, join({"Unknown option '", typedName, "'"}));
     }
     OptionDescription const& option = *options.records()[m_optionIndex];
-    trace(m_name, ": detected option: '", option.firstName(), "'");
+    varoLog(m_name, ": detected option: '", option.firstName(), "'");
     if (hasSeparator) {
-        trace(m_name, ": value from the same argument taken: '", value, "'");
+        varoLog(m_name, ": value from the same argument taken: '", value, "'");
     }
     return takeOption(args, collector, option, value, message);
 }
@@ -96,7 +96,7 @@ result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* co
         }
     }
     m_handler->onOptionParse(option.m_names.empty() ? "" : option.m_names.front().c_str());
-    trace(m_name, ": sent event on option parsed");
+    varoLog(m_name, ": sent event on option parsed");
     result_t const result = parseValueAndAddOption(value, message, option, args, collector);
     if (result != kTaken) {
         return result;
@@ -111,7 +111,7 @@ result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* co
 result_t AbbreviationParser::takeNextAsValue(ArgumentList const& args,
                                              OptionDescription const& option,
                                              std::string_view& value, std::string& message) {
-    trace(m_name, ": no value in the same argument, looking next");
+    varoLog(m_name, ": no value in the same argument, looking next");
     if (!args.hasSecond()) {
         return fail(message, join({"Option '", option.firstName(), "' requires a value",
                                    formatTokenMessage(args[0])}));
@@ -124,7 +124,7 @@ result_t AbbreviationParser::takeNextAsValue(ArgumentList const& args,
                           " or make sure that value is not missed"}));
     }
     value = args[1];
-    trace(m_name, ": got value from the next argument: '", value, "'");
+    varoLog(m_name, ": got value from the next argument: '", value, "'");
     return kTaken;
 }
 

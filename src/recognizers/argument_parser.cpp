@@ -8,7 +8,7 @@
 
 namespace varo_3_3 {
 
-using internal::trace;
+using internal::varoLog;
 
 int IArgumentParser::m_idx = 0;
 
@@ -28,14 +28,14 @@ result_t IArgumentParser::parseValueAndAddOption(std::string_view value, std::st
     m_occurrence.m_values.clear();
     m_texts.clear();
     if (!value.empty()) {
-        trace(m_name, ": adding values to result container:");
+        varoLog(m_name, ": adding values to result container:");
         result_t const result = takePieces(value, message, option, args);
         if (result != kTaken) {
             return result;
         }
     }
     collector->store(option, m_occurrence);
-    trace(m_name, ": stored option to result container.");
+    varoLog(m_name, ": stored option to result container.");
     return kTaken;
 }
 
@@ -43,10 +43,10 @@ result_t IArgumentParser::takePieces(std::string_view value, std::string& messag
                                      OptionDescription const& option, ArgumentList const& args) {
     char const separator = option.m_tokenizer;
     if (separator == 0) {
-        trace(m_name, ": not using tokenizer");
+        varoLog(m_name, ": not using tokenizer");
         return takePiece(value, value, message, option, args);
     }
-    trace(m_name, ": using tokenizer on char: '", std::string_view(&separator, 1), "'");
+    varoLog(m_name, ": using tokenizer on char: '", std::string_view(&separator, 1), "'");
     bool isEmpty = true;
     for (std::string_view rest = value; !rest.empty();) {
         std::size_t const end = std::min(rest.find(separator), rest.size());
@@ -56,7 +56,7 @@ result_t IArgumentParser::takePieces(std::string_view value, std::string& messag
             continue;
         }
         isEmpty = false;
-        trace(m_name, ": value is: '", piece, "'");
+        varoLog(m_name, ": value is: '", piece, "'");
         result_t const result = takePiece(piece, value, message, option, args);
         if (result != kTaken) {
             return result;
@@ -77,7 +77,7 @@ result_t IArgumentParser::takePiece(std::string_view piece, std::string_view val
     mosaic2::variant_t converted;
     if (!option.validate(piece, converted, m_reason)) {
         message = BRIX::join({"Value validation problem in argument '", args[0], "': ", m_reason});
-        trace(m_name, ": ", message);
+        varoLog(m_name, ": ", message);
         return kArgumentError;
     }
     if (!m_reason.empty()) {
@@ -89,11 +89,11 @@ result_t IArgumentParser::takePiece(std::string_view piece, std::string_view val
     if (!m_handler->onValueParse(firstName, m_occurrence.m_values.back())) {
         message = BRIX::join({"Value '", value, "' is not valid for option '", option.firstName(),
                               "' in argument '", args[0], "'"});
-        trace(m_name, message, " One of the handler signaled the value is not valid.");
+        varoLog(m_name, message, " One of the handler signaled the value is not valid.");
         return kNotTaken;
     }
-    trace(m_name, ": sent event on value parsed, option: '", option.firstName(), "', value: '",
-          piece, "'");
+    varoLog(m_name, ": sent event on value parsed, option: '", option.firstName(), "', value: '",
+            piece, "'");
     return kTaken;
 }
 
@@ -116,12 +116,12 @@ void IArgumentParser::addValue(std::string_view piece, std::string_view value,
 
 result_t IArgumentParser::fail(std::string& message, std::string text) {
     message = std::move(text);
-    trace(m_name, ": ", message);
+    varoLog(m_name, ": ", message);
     return kArgumentError;
 }
 
 void IArgumentParser::removeFront(ArgumentList& args) {
-    trace(m_name, ": removing argument: '", args[0], "'");
+    varoLog(m_name, ": removing argument: '", args[0], "'");
     args.eraseFront();
 }
 

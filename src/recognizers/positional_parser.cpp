@@ -6,7 +6,7 @@
 
 namespace varo_3_3 {
 
-using internal::trace;
+using internal::varoLog;
 
 PositionalOptionsParser::PositionalOptionsParser(EventHandler* handler, Garbage* garbage, int flags)
     : IArgumentParser(handler, garbage, flags) {
@@ -15,7 +15,7 @@ PositionalOptionsParser::PositionalOptionsParser(EventHandler* handler, Garbage*
 
 result_t PositionalOptionsParser::recognize(ArgumentList& args, RegisteredOptionStorage& options,
                                             std::string& message) {
-    trace(m_name, ": recognizing argument '", args[0], "'");
+    varoLog(m_name, ": recognizing argument '", args[0], "'");
     if ((m_flags & kDashGuard) != 0 && args[0].starts_with('-')) {
         message =
             "The positional option cannot start from a '-' symbol. Use '--' argument in command "
@@ -29,13 +29,13 @@ result_t PositionalOptionsParser::recognize(ArgumentList& args, RegisteredOption
 result_t PositionalOptionsParser::parse(ArgumentList& args, IResultCollector* collector,
                                         RegisteredOptionStorage& options,
                                         unsigned long& optionIndex, std::string& message) {
-    trace(m_name, ": parsing argument '", args[0], "'");
+    varoLog(m_name, ": parsing argument '", args[0], "'");
     optionIndex = options.firstPositional();
     if (optionIndex >= options.records().size()) {
         return fail(message, BRIX::join({"Unknown option '", args[0], "'"}));
     }
     OptionDescription const& option = *options.records()[optionIndex];
-    trace(m_name, ": option is '", option.firstName(), "'");
+    varoLog(m_name, ": option is '", option.firstName(), "'");
     do {
         result_t const result = parseValueAndAddOption(args[0], message, option, args, collector);
         if (result != kTaken) {

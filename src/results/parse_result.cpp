@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <limits>
-#include <stdexcept>
 
 #include "platform/join.h"
+#include "platform/throw.h"
 #include "recognizers/argument_parser.h"
 
 namespace varo_3_3 {
@@ -94,7 +94,7 @@ void ParseResult::store(OptionDescription const& option, OptionData& data) {
     BRIX::reserveMore(entry.occurrences, data.m_positions.size());
     BRIX::reserveMore(entry.values, data.m_values.size());
     if (entry.values.size() > std::numeric_limits<std::uint32_t>::max()) {
-        throw std::length_error("too many values of one option");
+        BRIX::throwLengthError("too many values of one option");
     }
 
     bool const followsOccurrences =

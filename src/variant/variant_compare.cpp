@@ -1,17 +1,22 @@
-#include <cstring>
-#include <cwchar>
 #include <functional>
+#include <string_view>
 
 #include "mosaic2/variant.h"
 
 namespace mosaic2 {
 
 int string_compare(char const* left, char const* right) {
-    return std::strcmp(left != nullptr ? left : "", right != nullptr ? right : "");
+    return std::string_view(left != nullptr ? left : "").compare(right != nullptr ? right : "");
 }
 
 int string_compare(wchar_t const* left, wchar_t const* right) {
-    return std::wcscmp(left != nullptr ? left : L"", right != nullptr ? right : L"");
+    std::size_t at = 0;
+    left = left != nullptr ? left : L"";
+    right = right != nullptr ? right : L"";
+    while (left[at] != L'\0' && left[at] == right[at]) {
+        ++at;
+    }
+    return left[at] < right[at] ? -1 : left[at] > right[at] ? 1 : 0;
 }
 
 int notype_ptr_compare(void const* left, void const* right) {

@@ -1,7 +1,7 @@
 #include <cstdlib>
-#include <new>
 
 #include "mosaic2/variant.h"
+#include "platform/throw.h"
 
 namespace mosaic2 {
 
@@ -18,7 +18,7 @@ int sync_dec(int* count) {
 }
 
 void throw_bad_alloc() {
-    throw std::bad_alloc();
+    BRIX::throwBadAlloc();
 }
 
 }  // namespace internal

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <bits/functexcept.h>
+
+#include <cstddef>
+
+/// The standard exceptions that the library throws itself, by way of the functions that the
+/// standard library's own headers call for it: each class thrown by name would add four symbols to
+/// those that the loader looks up whenever a program starts.
+namespace BRIX {
+
+[[noreturn]] inline void throwBadAlloc() {
+    std::__throw_bad_alloc();
+}
+
+[[noreturn]] inline void throwLengthError(char const* text) {
+    std::__throw_length_error(text);
+}
+
+[[noreturn]] inline void throwLogicError(char const* text) {
+    std::__throw_logic_error(text);
+}
+
+/// `format` takes the two numbers as %zu.
+[[noreturn]] inline void throwOutOfRange(char const* format, std::size_t at, std::size_t size) {
+    std::__throw_out_of_range_fmt(format, at, size);
+}
+
+}  // namespace BRIX

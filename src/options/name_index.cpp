@@ -186,8 +186,9 @@ bool NameIndex::hasTag(Key const& key, std::string const* tag) {
 
 std::uint32_t NameIndex::hashOf(std::string_view prefix, std::string_view name,
                                 std::string const* tag) {
-    std::uint32_t const hash = BRIX::hashText(prefix, name);
-    return tag == nullptr ? hash : hash * 31 + BRIX::hashText(*tag) + 1;
+    std::uint32_t const hash =
+        prefix.empty() ? BRIX::TextHash::of(name) : BRIX::TextHash::of(prefix, name);
+    return tag == nullptr ? hash : hash * 31 + BRIX::TextHash::of(*tag) + 1;
 }
 
 /// How the text of `key` sorts to `text`: negative, zero or positive.

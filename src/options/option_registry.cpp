@@ -11,8 +11,9 @@ namespace varo_3_3 {
 
 /// A help section as a declaration names it, ready to be stored without failing.
 struct RegisteredOptionStorage::SectionChange {
-    std::string name;
+    std::string_view name;
     std::string text;
+    std::string newName;   // only of a section that is new
     std::uint32_t number;  // of the section with that name, or kNone
 };
 
@@ -43,7 +44,7 @@ IOption* RegisteredOptionStorage::modifier(char const* names, char const* action
 }
 
 std::uint32_t RegisteredOptionStorage::sectionNumber(std::string_view name) const {
-    return m_sectionIndex.find(BRIX::hashText(name), [&](std::uint32_t candidate) {
+    return m_sectionIndex.find(BRIX::TextHash::of(name), [&](std::uint32_t candidate) {
         return m_sections[candidate].first == name;
     });
 }
@@ -88,7 +89,7 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
                             [&](std::string_view name) { record->m_names.emplace_back(name); });
     }
     if (names == nullptr || validateName(record->m_names)) {
-        commit(std::move(sectionChange));
+        commit(sectionChange);
         return refuse();
     }
     record->tag(actions);
@@ -97,12 +98,16 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     if (!isFree && !m_replace) {
         internal::varoLog("Tried to register an option with a name, which is alread registered: ",
                           names);
-        commit(std::move(sectionChange));
+        commit(sectionChange);
         return refuse();
     }
     record->m_section = sectionChange.name;
-    record->m_actions = actions != nullptr ? actions : "";
-    record->m_description = description != nullptr ? description : "";
+    if (actions != nullptr) {
+        record->m_actions = actions;
+    }
+    if (description != nullptr) {
+        record->m_description = description;
+    }
     record->m_kind = isAction ? OptionDescription::kAction : OptionDescription::kOption;
     record->m_type = type;
     record->m_textHolder = m_textHolder;
@@ -110,9 +115,11 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     record->tokenize(m_defaultTokenizer);
 
     BRIX::reserveMore(m_records, 1);
-    BRIX::reserveMore(m_retired, 1);
+    if (m_users > 0) {
+        BRIX::reserveMore(m_retired, 1);
+    }
     m_names.reserveMore(*record, record->m_names.size(), record->m_tags.size());
-    commit(std::move(sectionChange));
+    commit(sectionChange);
     record->m_owner = this;
     return isFree ? append(std::move(record)) : replace(index, std::move(record));
 }
@@ -128,27 +135,29 @@ bool RegisteredOptionStorage::validateName(std::vector<std::string> const& names
 }
 
 RegisteredOptionStorage::SectionChange RegisteredOptionStorage::prepareSection(
-    char const* section) {
-    std::string_view const whole(section);
-    std::size_t const colon = std::min(whole.find(':'), whole.size());
-    std::string_view const name = whole.substr(0, colon);
-    std::string_view const text = whole.substr(std::min(colon + 1, whole.size()));
-    std::uint32_t const number = sectionNumber(name);
-    if (number == BRIX::HashIndex::kNone) {
+    std::string_view section) {
+    std::size_t const colon = std::min(section.find(':'), section.size());
+    std::string_view const name = section.substr(0, colon);
+    std::string_view const text = section.substr(std::min(colon + 1, section.size()));
+    bool const isLast = !m_sections.empty() && m_sections[m_lastSection].first == name;
+    SectionChange change{name, std::string(text), {}, isLast ? m_lastSection : sectionNumber(name)};
+    if (change.number == BRIX::HashIndex::kNone) {
+        change.newName = name;
         BRIX::reserveMore(m_sections, 1);
         m_sectionIndex.reserveMore(1);
     }
-    return {std::string(name), std::string(text), number};
+    return change;
 }
 
-void RegisteredOptionStorage::commit(SectionChange&& change) noexcept {
+void RegisteredOptionStorage::commit(SectionChange& change) noexcept {
     if (change.number != BRIX::HashIndex::kNone) {
-        m_sections[change.number].second = std::move(change.text);
+        m_lastSection = change.number;
+        m_sections[m_lastSection].second = std::move(change.text);
         return;
     }
-    m_sectionIndex.insert(BRIX::hashText(change.name),
-                          static_cast<std::uint32_t>(m_sections.size()));
-    m_sections.emplace_back(std::move(change.name), std::move(change.text));
+    m_lastSection = static_cast<std::uint32_t>(m_sections.size());
+    m_sectionIndex.insert(BRIX::TextHash::of(change.newName), m_lastSection);
+    m_sections.emplace_back(std::move(change.newName), std::move(change.text));
 }
 
 IOption* RegisteredOptionStorage::append(std::unique_ptr<OptionDescription> record) noexcept {

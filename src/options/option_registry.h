@@ -74,8 +74,8 @@ private:
                      mosaic2::das_variant_type_t type, char const* section);
     IOption* refuse() noexcept;
     static bool validateName(std::vector<std::string> const& names);
-    SectionChange prepareSection(char const* section);
-    void commit(SectionChange&& change) noexcept;
+    SectionChange prepareSection(std::string_view section);
+    void commit(SectionChange& change) noexcept;
     IOption* append(std::unique_ptr<OptionDescription> record) noexcept;
     IOption* replace(unsigned long index, std::unique_ptr<OptionDescription> record) noexcept;
 
@@ -88,6 +88,7 @@ private:
     Garbage* m_textHolder;
     NameIndex m_names;
     BRIX::HashIndex m_sectionIndex;
+    std::uint32_t m_lastSection = 0;  // the one that the last declaration named
     std::vector<std::uint32_t> m_withDefault;
     std::uint32_t m_firstPositional = NameIndex::kNone;
     std::size_t m_actionCount = 0;

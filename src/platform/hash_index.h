@@ -8,40 +8,68 @@
 
 namespace BRIX {
 
-/// Hashes prefix + text, a prefix of at most eight bytes, without joining them. Eight bytes at a
-/// time; not for keys that an enemy may choose.
-inline std::uint32_t hashText(std::string_view prefix, std::string_view text) {
-    std::uint64_t hash = prefix.size() + text.size();
-    auto const mixIn = [&hash](char const* bytes, std::size_t size) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, bytes, size);
-        hash = (hash ^ word) * 0x9E3779B97F4A7C15;  // 2^64 divided by the golden ratio
-        hash ^= hash >> 32;
-    };
-    if (!prefix.empty()) {
-        char word[sizeof(std::uint64_t)];
-        std::size_t size = 0;
-        for (char const byte : prefix) {
-            word[size++] = byte;
-        }
-        for (; size < sizeof(word) && !text.empty(); text.remove_prefix(1)) {
-            word[size++] = text.front();
-        }
-        mixIn(word, size);
+/// Hashes a text, eight bytes at a time. Not for keys that an enemy may choose.
+class TextHash {
+public:
+    static std::uint32_t of(std::string_view text) {
+        TextHash hash(text.size());
+        hash.mixAll(text.data(), text.size());
+        return hash.value();
     }
-    while (text.size() >= sizeof(std::uint64_t)) {
-        mixIn(text.data(), sizeof(std::uint64_t));
-        text.remove_prefix(sizeof(std::uint64_t));
-    }
-    if (!text.empty()) {
-        mixIn(text.data(), text.size());
-    }
-    return static_cast<std::uint32_t>(hash);
-}
 
-inline std::uint32_t hashText(std::string_view text) {
-    return hashText({}, text);
-}
+    /// The hash of prefix + text, without joining them; the prefix has at most seven bytes.
+    static std::uint32_t of(std::string_view prefix, std::string_view text) {
+        TextHash hash(prefix.size() + text.size());
+        std::uint64_t word = prefix.empty() ? 0 : loadPart(prefix.data(), prefix.size());
+        std::size_t taken = 0;
+        for (std::size_t at = prefix.size(); at < 8 && taken < text.size(); ++at) {
+            word |= std::uint64_t{static_cast<unsigned char>(text[taken++])} << 8 * at;
+        }
+        hash.mix(word);
+        hash.mixAll(text.data() + taken, text.size() - taken);
+        return hash.value();
+    }
+
+private:
+    explicit TextHash(std::size_t size) : m_hash(size) {}
+
+    std::uint32_t value() const { return static_cast<std::uint32_t>(m_hash); }
+
+    void mix(std::uint64_t word) {
+        m_hash = (m_hash ^ word) * 0x9E3779B97F4A7C15;  // 2^64 divided by the golden ratio
+        m_hash ^= m_hash >> 32;
+    }
+
+    void mixAll(char const* bytes, std::size_t size) {
+        for (; size >= 8; bytes += 8, size -= 8) {
+            mix(load<std::uint64_t>(bytes));
+        }
+        if (size != 0) {
+            mix(loadPart(bytes, size));
+        }
+    }
+
+    template <class Word>
+    static Word load(char const* bytes) {
+        Word word;
+        std::memcpy(&word, bytes, sizeof(word));
+        return word;
+    }
+
+    /// One to seven bytes as the low end of a word; loads of fixed sizes that may overlap.
+    static std::uint64_t loadPart(char const* bytes, std::size_t size) {
+        if (size >= 4) {
+            return load<std::uint32_t>(bytes) | std::uint64_t{load<std::uint32_t>(bytes + size - 4)}
+                                                    << 8 * (size - 4);
+        }
+        auto const byte = [bytes](std::size_t at) {
+            return std::uint64_t{static_cast<unsigned char>(bytes[at])} << 8 * at;
+        };
+        return byte(0) | byte(size / 2) | byte(size - 1);
+    }
+
+    std::uint64_t m_hash;
+};
 
 /// A table from hashes to the numbers of items that its owner keeps elsewhere; open addressing with
 /// linear probing. Items are told apart by a comparison that the owner brings along.

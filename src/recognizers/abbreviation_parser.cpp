@@ -22,10 +22,7 @@ result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStora
     if (args[0].size() < 2 || getDashLength(args[0], 0) == 0) {
         return kNotTaken;
     }
-    std::string_view typedName;
-    std::string_view value;
-    splitOptionValue(args[0], m_whiteSpace, &typedName, &value);
-
+    std::string_view const typedName = split(args[0]).name;
     NameIndex& names = options.names();
     NameIndex::BestMatch const match = names.find_best_match(typedName);
     if (match.first == NameIndex::kNone) {
@@ -51,9 +48,7 @@ result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collect
                                    std::string& message) {
     optionIndex = m_optionIndex;
     varoLog(m_name, ": parsing argument '", args[0], "'");
-    std::string_view typedName;
-    std::string_view value;
-    bool const hasSeparator = splitOptionValue(args[0], m_whiteSpace, &typedName, &value);
+    auto const& [argument, typedName, value, hasSeparator] = split(args[0]);
     if (!m_candidates.empty()) {
         return fail(message, join({"Ambiguous option '", typedName, "'",
                                    formatTokenMessage(args[0]), ", could be: ", m_candidates}));
@@ -68,6 +63,15 @@ result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collect
         varoLog(m_name, ": value from the same argument taken: '", value, "'");
     }
     return takeOption(args, collector, option, value, message);
+}
+
+AbbreviationParser::Split const& AbbreviationParser::split(std::string_view argument) {
+    if (argument.data() != m_split.argument.data() || argument.size() != m_split.argument.size()) {
+        m_split = {argument, {}, {}, false};
+        m_split.hasSeparator =
+            splitOptionValue(argument, m_whiteSpace, &m_split.name, &m_split.value);
+    }
+    return m_split;
 }
 
 /// Completes the value that stood in the option's own argument, and stores the occurrence.

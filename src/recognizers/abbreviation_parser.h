@@ -31,7 +31,18 @@ private:
     result_t takeNextAsValue(ArgumentList const& args, OptionDescription const& option,
                              std::string_view& value, std::string& message);
 
+    /// An argument and what splitOptionValue makes of it.
+    struct Split {
+        std::string_view argument;
+        std::string_view name;
+        std::string_view value;
+        bool hasSeparator;
+    };
+
+    Split const& split(std::string_view argument);
+
     BRIX::WhiteSpace& m_whiteSpace;
+    Split m_split{};                          // the last one: recognize and parse need the same
     unsigned long m_optionIndex = kNoOption;  // of the option that the last recognize found
     std::string m_candidates;                 // of an ambiguous name: 'a', 'b'
     bool m_isNegated = false;                 // the matched name begins with "no-"

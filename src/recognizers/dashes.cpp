@@ -13,10 +13,15 @@ constexpr std::array kDashes = {BRIX::utf32_to_utf8(0x002D), BRIX::utf32_to_utf8
                                 BRIX::utf32_to_utf8(0x2013), BRIX::utf32_to_utf8(0x2014),
                                 BRIX::utf32_to_utf8(0x2015), BRIX::utf32_to_utf8(0x2053)};
 
+constexpr char kLongDashLead = '\xE2';  // begins every long dash
+
 }  // namespace
 
 unsigned long getDashLength(std::string_view arg, unsigned long pos) {
     std::string_view const rest = arg.substr(pos);
+    if (rest.empty() || !(rest.front() == '-' || rest.front() == kLongDashLead)) {
+        return 0;
+    }
     for (BRIX::utf8_t const& dash : kDashes) {
         if (rest.starts_with(dash.view())) {
             return dash.m_length;

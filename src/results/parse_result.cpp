@@ -155,7 +155,7 @@ std::uint32_t ParseResult::findAlias(std::string_view name, std::uint32_t hash) 
 
 /// The entry with this key, or else the one that this synonym leads to.
 std::uint32_t ParseResult::findEntry(std::string_view name) const {
-    std::uint32_t const hash = BRIX::hashText(name);
+    std::uint32_t const hash = BRIX::TextHash::of(name);
     std::uint32_t const number = findKey(name, hash);
     if (number != HashIndex::kNone) {
         return number;
@@ -167,7 +167,7 @@ std::uint32_t ParseResult::findEntry(std::string_view name) const {
 ParseResult::Place ParseResult::preparePlace(OptionDescription const& option) {
     Place place{HashIndex::kNone, nullptr, nullptr, {}};
     for (std::string const& name : option.m_names) {
-        place.number = findKey(name, BRIX::hashText(name));
+        place.number = findKey(name, BRIX::TextHash::of(name));
         if (place.number != HashIndex::kNone) {
             break;
         }
@@ -188,7 +188,7 @@ ParseResult::Place ParseResult::preparePlace(OptionDescription const& option) {
         return place;
     }
     for (std::string const& name : option.m_names) {
-        std::uint32_t const hash = BRIX::hashText(name);
+        std::uint32_t const hash = BRIX::TextHash::of(name);
         if (name != entry.key && findAlias(name, hash) == HashIndex::kNone) {
             place.newAliases.push_back({name, hash, place.number});
         }
@@ -205,7 +205,7 @@ void ParseResult::commit(Place place, OptionDescription const& option) noexcept 
     place.entry->recordNames = option.m_names.size();
     place.entry->generation = m_generation;
     if (place.newEntry != nullptr) {
-        m_keys.insert(BRIX::hashText(place.entry->key), place.number);
+        m_keys.insert(BRIX::TextHash::of(place.entry->key), place.number);
         m_entries.push_back(std::move(place.newEntry));
     }
     for (Alias& alias : place.newAliases) {

@@ -16,8 +16,16 @@ extern VARO_EXPORT bool varoLogEnabled;
 namespace BRIX {
 
 /// The console stream that the trace is written to: the process's std::cout. Redirect the trace
-/// with `ucout.rdbuf(buffer)`. A program that writes here itself includes `<iostream>`, which is
-/// what makes the stream ready before main().
+/// with `ucout.rdbuf(buffer)`.
 extern VARO_EXPORT std::ostream& ucout;
 
+namespace internal {
+
+/// Makes ucout ready for use, as <iostream> does for std::cout. Returns true.
+VARO_EXPORT bool prepare_console();
+
+/// Every file that includes this header may use ucout in the initialisers of its own variables.
+[[maybe_unused]] static bool const consoleIsReady = prepare_console();
+
+}  // namespace internal
 }  // namespace BRIX

@@ -3,9 +3,11 @@
 #include <string_view>
 
 #include "platform/console.h"
-#include "varo/trace.h"
+#include "varo/export.h"
 
 namespace varo_3_3::internal {
+
+extern VARO_EXPORT bool varoLogEnabled;
 
 /// Writes one line of the trace, put together from texts. While the trace is off this costs one
 /// branch and nothing is put together, so there is nothing to discard either.

@@ -1,0 +1,27 @@
+# How our own targets are compiled and linked. Users of the library get none of this.
+
+# Every target of ours: warnings, and the sanitizers that were asked for.
+add_library(varo_options INTERFACE)
+target_compile_options(varo_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow
+    $<$<BOOL:${VARO_WERROR}>:-Werror>)
+if(VARO_SANITIZE)
+    set(sanitize -fsanitize=${VARO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    target_compile_options(varo_options INTERFACE ${sanitize})
+    target_link_options(varo_options INTERFACE ${sanitize})
+endif()
+if(VARO_FUZZ)
+    target_compile_options(varo_options INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
+# The library itself is hardened; scripts/check-hardening looks for each of these in what was built.
+# FORTIFY needs an optimised build and hides errors from the sanitizers, which find them anyway.
+add_library(varo_hardening INTERFACE)
+target_compile_definitions(varo_hardening INTERFACE _GLIBCXX_ASSERTIONS)
+if(NOT VARO_SANITIZE)
+    target_compile_options(varo_hardening INTERFACE
+        -fstack-protector-strong -fcf-protection
+        $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
+    target_link_options(varo_hardening INTERFACE
+        -Wl,-z,defs -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-z,ibt -Wl,-z,shstk)
+endif()

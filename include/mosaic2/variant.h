@@ -170,7 +170,7 @@ struct variant_t {
         m_type = vtNull;
         if (is_shared(oldType)) {
             m_value.m_data = nullptr;
-            drop_reference(oldValue, oldType);
+            release_block(oldValue, oldType);
         }
     }
 
@@ -214,7 +214,7 @@ private:
     }
 
     /// The block has one byte more than a null text's size says, so that it too ends with a zero.
-    void make_string(char const* text, std::size_t length) {
+    [[gnu::noinline]] void make_string(char const* text, std::size_t length) {
         void* const memory = m_mem.m_allocate(sizeof(data_header_t) + length + 1);
         if (memory == nullptr) {
             internal::throw_bad_alloc();
@@ -244,9 +244,12 @@ private:
     }
 
     static void drop_reference(value_t value, das_variant_type_t type) noexcept {
-        if (!is_shared(type)) {
-            return;
+        if (is_shared(type)) {
+            release_block(value, type);
         }
+    }
+
+    [[gnu::noinline]] static void release_block(value_t value, das_variant_type_t type) noexcept {
         MOSAIC2_ASSERT(value.m_data != nullptr, "m_value.m_data != NULL");
         if (value.m_data == nullptr) {
             return;

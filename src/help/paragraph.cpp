@@ -27,8 +27,11 @@ std::size_t cutPiece(std::string_view text, std::size_t room) {
     if (text[length - 1] == ' ') {
         return length;
     }
-    std::size_t const blank = text.rfind(' ', limit);
-    return std::min(blank, room);  // a word longer than the room is cut
+    std::size_t blank = limit;
+    while (blank > 0 && text[blank] != ' ') {
+        --blank;
+    }
+    return blank > 0 ? blank : room;  // a word longer than the room is cut
 }
 
 }  // namespace
@@ -41,21 +44,24 @@ void appendParagraph(std::string& block, std::string_view text, std::string_view
     block += caption;
     std::size_t lineLength = caption.size();
     while (!text.empty()) {
-        text.remove_prefix(std::min(text.find_first_not_of(" \n"), text.size()));
+        while (!text.empty() && isBreak(text.front())) {
+            text.remove_prefix(1);
+        }
+        std::size_t blanks = indent - lineLength;
         std::size_t room = width - 1;  // wraps round for a width of 0: lines of any length
-        if (lineLength < indent || lineLength == 0) {
-            block.append(indent - lineLength, ' ');
-        } else if (lineLength - indent + 1 >= room) {
-            block += '\n';
-            lineLength = 0;
-            continue;
-        } else {
-            block += ' ';
+        if (lineLength >= indent && lineLength != 0) {
+            if (lineLength - indent + 1 >= room) {
+                block += '\n';
+                lineLength = 0;
+                continue;
+            }
+            blanks = 1;
             room = indent + width - 1 - lineLength - 1;
         }
         std::size_t const length = cutPiece(text, room);
-        block += text.substr(0, length);
-        block += '\n';
+        block.append(blanks, ' ');
+        block.append(length + 1, '\n');
+        text.copy(block.data() + block.size() - length - 1, length);
         text.remove_prefix(length);
         lineLength = 0;
     }

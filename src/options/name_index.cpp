@@ -4,6 +4,7 @@
 
 #include "parser/tag_sets.h"
 #include "platform/join.h"
+#include "platform/reserve_more.h"
 
 namespace varo_3_3 {
 namespace {

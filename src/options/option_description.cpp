@@ -97,10 +97,6 @@ IOption* OptionDescription::tag(char const* tags) {
     return this;
 }
 
-std::string_view OptionDescription::firstName() const {
-    return m_names.empty() ? std::string_view() : std::string_view(m_names.front());
-}
-
 std::string OptionDescription::getTypeName() const {
     return typeName(m_type);
 }
@@ -122,19 +118,27 @@ bool OptionDescription::validate(std::string_view text, mosaic2::variant_t& valu
                               "' value, requires a type '", typeName(m_type), "' here."});
         return false;
     }
-    auto const deprecated = m_deprecatedValues.find(value);
-    if (deprecated != m_deprecatedValues.end()) {
-        value = deprecated->second;
-        message = BRIX::join({"Warning: '", text, "' argument is deprecated for the option '-",
-                              firstName(), "'. Use the '", textOf(value), "' argument instead."});
+    if (!m_deprecatedValues.empty() && replaceDeprecated(text, value, message)) {
         return true;
     }
-    return isAllowed(value) || complete(text, value, message);
+    return m_allowedValues.empty() || isAllowed(value) || complete(text, value, message);
+}
+
+bool OptionDescription::replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
+                                          std::string& message) const {
+    auto const deprecated = m_deprecatedValues.find(value);
+    if (deprecated == m_deprecatedValues.end()) {
+        return false;
+    }
+    value = deprecated->second;
+    message = BRIX::join({"Warning: '", text, "' argument is deprecated for the option '-",
+                          firstName(), "'. Use the '", textOf(value), "' argument instead."});
+    return true;
 }
 
 bool OptionDescription::isAllowed(mosaic2::variant_t const& value) const {
-    return m_allowedValues.empty() || std::find(m_allowedValues.begin(), m_allowedValues.end(),
-                                                value) != m_allowedValues.end();
+    return std::find(m_allowedValues.begin(), m_allowedValues.end(), value) !=
+           m_allowedValues.end();
 }
 
 /// Makes an abbreviated text the allowed value that it begins, or says why that cannot be done.

@@ -39,7 +39,9 @@ public:
     bool isAction() const { return m_kind == kAction; }
 
     /// The primary name; "" for a record without names.
-    std::string_view firstName() const;
+    std::string_view firstName() const {
+        return m_names.empty() ? std::string_view() : std::string_view(m_names.front());
+    }
 
     std::string getTypeName() const;
 
@@ -80,6 +82,8 @@ public:
     std::uint32_t m_index = 0;
 
 private:
+    bool replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
+                           std::string& message) const;
     bool isAllowed(mosaic2::variant_t const& value) const;
     bool complete(std::string_view text, mosaic2::variant_t& value, std::string& message) const;
 };

@@ -5,7 +5,7 @@
 
 #include "options/split_list.h"
 #include "parser/diagnostic_log.h"
-#include "platform/join.h"
+#include "platform/reserve_more.h"
 
 namespace varo_3_3 {
 

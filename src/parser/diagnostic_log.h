@@ -9,12 +9,20 @@ namespace varo_3_3::internal {
 
 extern VARO_EXPORT bool varoLogEnabled;
 
+template <class... Parts>
+[[gnu::cold, gnu::noinline]] void writeTrace(Parts... parts) {
+    BRIX::writeLine({parts...});
+}
+
+template <class>
+using TextPart = std::string_view;
+
 /// Writes one line of the trace, put together from texts. While the trace is off this costs one
 /// branch and nothing is put together, so there is nothing to discard either.
 template <class... Parts>
 void varoLog(Parts const&... parts) {
     if (varoLogEnabled) [[unlikely]] {
-        BRIX::writeLine({std::string_view(parts)...});
+        writeTrace<TextPart<Parts>...>(parts...);
     }
 }
 

@@ -5,6 +5,7 @@
 #include "parser/basic_parser.h"
 #include "parser/diagnostic_log.h"
 #include "platform/join.h"
+#include "platform/reserve_more.h"
 #include "recognizers/positional_parser.h"
 
 namespace varo_3_3 {

@@ -38,8 +38,9 @@ result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStora
         varoLog(m_name, ": best match option for '", typedName, "' in argument '", args[0],
                 "' is '", names.textOf(match.first), "'");
     }
-    m_isNegated = names.beginsWithNo(match.first);
     m_optionIndex = names.recordOf(match.first);
+    m_isNegated = options.records()[m_optionIndex]->m_type == mosaic2::vtBool &&
+                  names.beginsWithNo(match.first);
     return kTaken;
 }
 

@@ -45,7 +45,7 @@ private:
     Split m_split{};                          // the last one: recognize and parse need the same
     unsigned long m_optionIndex = kNoOption;  // of the option that the last recognize found
     std::string m_candidates;                 // of an ambiguous name: 'a', 'b'
-    bool m_isNegated = false;                 // the matched name begins with "no-"
+    bool m_isNegated = false;                 // the matched name of a boolean begins with "no-"
 };
 
 }  // namespace varo_3_3

@@ -24,7 +24,7 @@ std::string IArgumentParser::formatTokenMessage(std::string_view token) {
 result_t IArgumentParser::parseValueAndAddOption(std::string_view value, std::string& message,
                                                  OptionDescription const& option,
                                                  ArgumentList& args, IResultCollector* collector) {
-    m_occurrence.m_positions.assign(1, takePosition());
+    m_occurrence.m_position = takePosition();
     m_occurrence.m_values.clear();
     m_texts.clear();
     if (!value.empty()) {

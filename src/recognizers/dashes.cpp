@@ -1,6 +1,5 @@
 #include "recognizers/dashes.h"
 
-#include <algorithm>
 #include <array>
 
 #include "platform/utf.h"
@@ -8,10 +7,10 @@
 namespace varo_3_3 {
 namespace {
 
-/// Hyphen-minus, figure dash, en dash, em dash, horizontal bar, swung dash.
-constexpr std::array kDashes = {BRIX::utf32_to_utf8(0x002D), BRIX::utf32_to_utf8(0x2012),
-                                BRIX::utf32_to_utf8(0x2013), BRIX::utf32_to_utf8(0x2014),
-                                BRIX::utf32_to_utf8(0x2015), BRIX::utf32_to_utf8(0x2053)};
+/// Figure dash, en dash, em dash, horizontal bar, swung dash.
+constexpr std::array kLongDashes = {BRIX::utf32_to_utf8(0x2012), BRIX::utf32_to_utf8(0x2013),
+                                    BRIX::utf32_to_utf8(0x2014), BRIX::utf32_to_utf8(0x2015),
+                                    BRIX::utf32_to_utf8(0x2053)};
 
 constexpr char kLongDashLead = '\xE2';  // begins every long dash
 
@@ -19,10 +18,10 @@ constexpr char kLongDashLead = '\xE2';  // begins every long dash
 
 unsigned long getDashLength(std::string_view arg, unsigned long pos) {
     std::string_view const rest = arg.substr(pos);
-    if (rest.empty() || !(rest.front() == '-' || rest.front() == kLongDashLead)) {
-        return 0;
+    if (rest.empty() || rest.front() != kLongDashLead) {
+        return rest.starts_with('-') ? 1 : 0;
     }
-    for (BRIX::utf8_t const& dash : kDashes) {
+    for (BRIX::utf8_t const& dash : kLongDashes) {
         if (rest.starts_with(dash.view())) {
             return dash.m_length;
         }
@@ -34,18 +33,19 @@ bool splitOptionValue(std::string_view arg, BRIX::WhiteSpace& whiteSpace, std::s
                       std::string_view* value) {
     unsigned long const firstDash = getDashLength(arg, 0);
     arg.remove_prefix(firstDash + getDashLength(arg, firstDash));
-    auto const isSpace = [&](char character) { return whiteSpace.contains(character); };
-    auto const separator = std::find_if(arg.begin(), arg.end(), [&](char character) {
-        return character == '=' || isSpace(character);
-    });
-    auto const at = static_cast<std::size_t>(separator - arg.begin());
+    std::size_t at = 0;
+    while (at < arg.size() && arg[at] != '=' && !whiteSpace.contains(arg[at])) {
+        ++at;
+    }
     *name = arg.substr(0, at);
-    if (separator == arg.end()) {
+    if (at == arg.size()) {
         return false;
     }
-    auto const begin =
-        *separator == '=' ? separator + 1 : std::find_if_not(separator, arg.end(), isSpace);
-    *value = arg.substr(static_cast<std::size_t>(begin - arg.begin()));
+    bool const isEqualsSign = arg[at++] == '=';
+    while (!isEqualsSign && at < arg.size() && whiteSpace.contains(arg[at])) {
+        ++at;
+    }
+    *value = arg.substr(at);
     return true;
 }
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <limits>
 
-#include "platform/join.h"
+#include "platform/reserve_more.h"
 #include "platform/throw.h"
 #include "recognizers/argument_parser.h"
 
@@ -88,37 +88,33 @@ int ParseResult::getNextArgument(char const** text) {
 }
 
 void ParseResult::store(OptionDescription const& option, OptionData& data) {
-    Place place = preparePlace(option);
-    Entry& entry = *place.entry;
-    keepTexts(data.m_values);
-    BRIX::reserveMore(entry.occurrences, data.m_positions.size());
-    BRIX::reserveMore(entry.values, data.m_values.size());
+    std::vector<Value>& stored = data.m_values;
+    keepTexts(stored);
+    Entry& entry = entryFor(option, stored.size());
+    BRIX::reserveMore(entry.occurrences, 1);
+    BRIX::reserveMore(entry.values, stored.size());
     if (entry.values.size() > std::numeric_limits<std::uint32_t>::max()) {
         BRIX::throwLengthError("too many values of one option");
     }
 
     bool const followsOccurrences =
-        entry.occurrences.empty() || entry.occurrences.back().position <= data.m_positions.front();
-    bool const followsValues = entry.values.empty() || data.m_values.empty() ||
-                               entry.values.back().position() <= data.m_values.front().position();
+        entry.occurrences.empty() || entry.occurrences.back().position <= data.m_position;
+    bool const followsValues = entry.values.empty() || stored.empty() ||
+                               entry.values.back().position() <= stored.front().position();
     entry.isAscending = entry.isAscending && followsOccurrences && followsValues;
-    auto const firstValue = static_cast<std::uint32_t>(entry.values.size());
-    for (int const position : data.m_positions) {
-        entry.occurrences.push_back({position, firstValue});
+    entry.occurrences.push_back({data.m_position, static_cast<std::uint32_t>(entry.values.size())});
+    for (Value& value : stored) {
+        entry.values.push_back(std::move(value));
     }
-    std::move(data.m_values.begin(), data.m_values.end(), std::back_inserter(entry.values));
-    commit(std::move(place), option);
 }
 
 void ParseResult::applyDefault(RegisteredOptionStorage const& registry) {
     for (std::uint32_t const number : registry.withDefault()) {
         OptionDescription const& option = *registry.records()[number];
-        Place place = preparePlace(option);
         char const* const text = option.toString(&m_texts, option.m_defaultValue);
-        place.entry->defaultValue =
-            Value(text, option.m_defaultValue, IArgumentParser::takePosition());
-        place.entry->hasDefault = true;
-        commit(std::move(place), option);
+        Entry& entry = entryFor(option, 0);
+        entry.defaultValue = Value(text, option.m_defaultValue, IArgumentParser::takePosition());
+        entry.hasDefault = true;
     }
 }
 
@@ -164,60 +160,81 @@ std::uint32_t ParseResult::findEntry(std::string_view name) const {
     return alias != HashIndex::kNone ? m_aliases[alias].entry : HashIndex::kNone;
 }
 
-ParseResult::Place ParseResult::preparePlace(OptionDescription const& option) {
-    Place place{HashIndex::kNone, nullptr, nullptr, {}};
+/// The entry for an occurrence of `option` with so many values, a new one with room for them. When
+/// this throws, nothing has changed.
+ParseResult::Entry& ParseResult::entryFor(OptionDescription const& option, std::size_t values) {
+    std::uint32_t const number = m_recent[option.m_index % m_recent.size()];
+    if (number < m_entries.size()) {
+        Entry& entry = *m_entries[number];
+        if (entry.record == &option && entry.recordNames == option.m_names.size() &&
+            entry.generation == m_generation) {
+            return entry;
+        }
+    }
+    return findOrAddEntry(option, values);
+}
+
+ParseResult::Entry& ParseResult::findOrAddEntry(OptionDescription const& option,
+                                                std::size_t values) {
+    std::uint32_t number = HashIndex::kNone;
     for (std::string const& name : option.m_names) {
-        place.number = findKey(name, BRIX::TextHash::of(name));
-        if (place.number != HashIndex::kNone) {
+        number = findKey(name, BRIX::TextHash::of(name));
+        if (number != HashIndex::kNone) {
             break;
         }
     }
-    if (place.number != HashIndex::kNone) {
-        place.entry = m_entries[place.number].get();
-    } else {
-        place.number = static_cast<std::uint32_t>(m_entries.size());
-        place.newEntry = std::make_unique<Entry>();
-        place.entry = place.newEntry.get();
-        place.entry->key = option.firstName();
+    std::unique_ptr<Entry> newEntry;
+    if (number == HashIndex::kNone) {
+        number = static_cast<std::uint32_t>(m_entries.size());
+        newEntry = std::make_unique<Entry>();
+        newEntry->key = option.firstName();
+        newEntry->occurrences.reserve(1);
+        newEntry->values.reserve(values);
         BRIX::reserveMore(m_entries, 1);
         m_keys.reserveMore(1);
     }
-    Entry const& entry = *place.entry;
-    if (entry.record == &option && entry.recordNames == option.m_names.size() &&
-        entry.generation == m_generation) {
-        return place;
-    }
-    for (std::string const& name : option.m_names) {
-        std::uint32_t const hash = BRIX::TextHash::of(name);
-        if (name != entry.key && findAlias(name, hash) == HashIndex::kNone) {
-            place.newAliases.push_back({name, hash, place.number});
-        }
-    }
-    if (!place.newAliases.empty()) {
-        BRIX::reserveMore(m_aliases, place.newAliases.size());
-        m_aliasIndex.reserveMore(place.newAliases.size());
-    }
-    return place;
-}
+    std::vector<Alias> aliases = findNewAliases(option, number);
+    BRIX::reserveMore(m_aliases, aliases.size());
+    m_aliasIndex.reserveMore(aliases.size());
 
-void ParseResult::commit(Place place, OptionDescription const& option) noexcept {
-    place.entry->record = &option;
-    place.entry->recordNames = option.m_names.size();
-    place.entry->generation = m_generation;
-    if (place.newEntry != nullptr) {
-        m_keys.insert(BRIX::TextHash::of(place.entry->key), place.number);
-        m_entries.push_back(std::move(place.newEntry));
+    if (newEntry != nullptr) {
+        m_keys.insert(BRIX::TextHash::of(newEntry->key), number);
+        m_entries.push_back(std::move(newEntry));
+        ++m_generation;  // the new key may come first among the names of other records
     }
-    for (Alias& alias : place.newAliases) {
+    for (Alias& alias : aliases) {
         m_aliasIndex.insert(alias.hash, static_cast<std::uint32_t>(m_aliases.size()));
         m_aliases.push_back(std::move(alias));
     }
+    Entry& entry = *m_entries[number];
+    entry.record = &option;
+    entry.recordNames = option.m_names.size();
+    entry.generation = m_generation;
+    m_recent[option.m_index % m_recent.size()] = number;
+    return entry;
+}
+
+/// The names of `option` that do not lead to an entry yet, except the entry's own key.
+std::vector<ParseResult::Alias> ParseResult::findNewAliases(OptionDescription const& option,
+                                                            std::uint32_t entry) const {
+    std::vector<Alias> aliases;
+    std::string_view const key =
+        entry < m_entries.size() ? std::string_view(m_entries[entry]->key) : option.firstName();
+    for (std::string const& name : option.m_names) {
+        std::uint32_t const hash = BRIX::TextHash::of(name);
+        if (name != key && findAlias(name, hash) == HashIndex::kNone) {
+            aliases.push_back({name, hash, entry});
+        }
+    }
+    return aliases;
 }
 
 /// Copies the texts that are not the characters of the value itself, which the result owns anyway.
 void ParseResult::keepTexts(std::vector<Value>& values) {
     for (Value& value : values) {
-        if (value.text() != value.as<char const*>()) {
+        bool const isOwnText = value.value().m_type == mosaic2::vtString &&
+                               value.value().m_value.m_text == value.text();
+        if (!isOwnText) {
             value = Value(m_texts.keep(value.text()), value.value(), value.position());
         }
     }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -66,7 +67,7 @@ private:
         bool hasDefault = false;
         bool isAscending = true;  // the positions; a parse within a parse stores out of order
 
-        // The record whose names were last seen to lead here, how many, and in which generation.
+        // The record that was last found to be stored here, with how many names, and when.
         OptionDescription const* record = nullptr;
         std::size_t recordNames = 0;
         std::uint64_t generation = 0;
@@ -79,19 +80,12 @@ private:
         std::uint32_t entry;
     };
 
-    /// The entry for an option, and all that must be added to have it, made without failing later.
-    struct Place {
-        std::uint32_t number;
-        Entry* entry;
-        std::unique_ptr<Entry> newEntry;
-        std::vector<Alias> newAliases;
-    };
-
     std::uint32_t findKey(std::string_view name, std::uint32_t hash) const;
     std::uint32_t findEntry(std::string_view name) const;
     std::uint32_t findAlias(std::string_view name, std::uint32_t hash) const;
-    Place preparePlace(OptionDescription const& option);
-    void commit(Place place, OptionDescription const& option) noexcept;
+    Entry& entryFor(OptionDescription const& option, std::size_t values);
+    Entry& findOrAddEntry(OptionDescription const& option, std::size_t values);
+    std::vector<Alias> findNewAliases(OptionDescription const& option, std::uint32_t entry) const;
     void keepTexts(std::vector<Value>& values);
 
     Entry* select(char const* name, int from, int to);
@@ -100,7 +94,8 @@ private:
     bool skipToNext(Entry const& entry);
 
     std::vector<std::unique_ptr<Entry>> m_entries;
-    std::uint64_t m_generation = 0;
+    std::uint64_t m_generation = 0;            // what was found in another one is not sure any more
+    std::array<std::uint32_t, 32> m_recent{};  // entries last found, by the number of their record
     BRIX::HashIndex m_keys;
     std::vector<Alias> m_aliases;
     BRIX::HashIndex m_aliasIndex;

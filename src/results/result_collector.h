@@ -9,7 +9,7 @@ namespace varo_3_3 {
 
 /// One occurrence of an option on its way into a result: its position and its values, in order.
 struct OptionData {
-    std::vector<int> m_positions;
+    int m_position = 0;
     std::vector<Value> m_values;
 };
 

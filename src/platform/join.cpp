@@ -1,0 +1,18 @@
+#include "platform/join.h"
+
+namespace BRIX {
+
+std::string join(std::initializer_list<std::string_view> parts) {
+    std::size_t size = 0;
+    for (std::string_view const part : parts) {
+        size += part.size();
+    }
+    std::string text;
+    text.reserve(size);
+    for (std::string_view const part : parts) {
+        text += part;
+    }
+    return text;
+}
+
+}  // namespace BRIX

@@ -8,18 +8,7 @@
 #include "varo/export.h"
 #include "varo/option.h"
 #include "varo/result.h"
-
-// allowSimultaneousActions takes a std::set<std::string> from the host, so both sides must lay it
-// out alike.
-#if !defined(__GLIBCXX__)
-#error "varo needs libstdc++: std::set<std::string> of another standard library has another layout"
-#elif !_GLIBCXX_USE_CXX11_ABI
-#error "varo needs _GLIBCXX_USE_CXX11_ABI=1: std::set<std::string> has another layout without it"
-#elif defined(_GLIBCXX_DEBUG) && !defined(VARO_GLIBCXX_DEBUG)
-#error "_GLIBCXX_DEBUG changes std::set<std::string>, and this varo was built without it"
-#elif !defined(_GLIBCXX_DEBUG) && defined(VARO_GLIBCXX_DEBUG)
-#error "this varo was built with _GLIBCXX_DEBUG, which changes std::set<std::string>: define it too"
-#endif
+#include "varo/standard_library.h"
 
 namespace varo_3_3 {
 
@@ -153,8 +142,9 @@ public:
     /// Allows any of `actions`, primary names, to be given together. Returns 1.
     virtual int allowSimultaneousActions(std::set<std::string> const& actions) = 0;
 
-    /// Whether a declaration with a name that is taken replaces the earlier one, in its place. A
-    /// declaration that is replaced while a parse runs stays in use there until that parse ends.
+    /// Whether a declaration with a name that is taken replaces the earlier one, in its place. When
+    /// a handler does so, the argument being parsed goes on with the earlier one, the next with the
+    /// new.
     virtual void setReplace(bool replace) = 0;
 
     virtual ~IParser() = default;

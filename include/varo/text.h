@@ -3,6 +3,7 @@
 #include <string>
 
 #include "varo/export.h"
+#include "varo/standard_library.h"
 
 namespace varo_3_3 {
 

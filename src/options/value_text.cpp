@@ -64,7 +64,7 @@ bool isTooSmall(std::string_view number) {
     if (error == std::errc::result_out_of_range) {
         return exponent.starts_with('-');
     }
-    return point - firstDigit + shift <= 0;
+    return shift <= firstDigit - point;
 }
 
 }  // namespace

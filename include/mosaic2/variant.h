@@ -119,7 +119,7 @@ struct variant_t {
         }
     }
 
-    /// Any other pointer would become a boolean.
+    /// A pointer to anything else would become a boolean.
     variant_t(void const*) = delete;
 
     /// A string of the `length` bytes at `text`, none of which is zero. Throws std::bad_alloc.
@@ -174,23 +174,23 @@ struct variant_t {
         }
     }
 
-    /// Whether get<Type>() can read the value: bool, int, unsigned int, long, unsigned long, long
-    /// long, unsigned long long and double for numbers that fit their kind, char const* for narrow
-    /// strings.
+    /// Whether get<Type>() reads values with this tag: int and unsigned int the tags up to 7, bool
+    /// and the larger integers those up to 9, double all numbers, char const* narrow strings.
     template <class Type>
-    bool can_get() const noexcept;
+    bool can_get() const noexcept = delete;
 
     /// The value as Type. Where can_get<Type>() is false, that is reported and the stored bits are
     /// read as they are.
     template <class Type>
-    Type get() const;
+    Type get() const = delete;
 
     /// Orders values of one kind by size, numbers of different kinds by their values (two integers
     /// signed, unless both are unsigned), and otherwise puts the higher tag first.
     bool operator<(variant_t const& other) const;
 
     /// Numbers are equal by value (two integers by their bits), strings by their text whoever owns
-    /// it, values of other kinds never.
+    /// it, blobs by their bytes, objects by identity; two nulls are equal. Values of different
+    /// kinds are not.
     bool operator==(variant_t const& other) const;
     bool operator!=(variant_t const& other) const { return !(*this == other); }
 
@@ -283,14 +283,19 @@ private:
                                    : static_cast<double>(m_value.m_signed);
     }
 
+    std::uint64_t blob_size() const {
+        MOSAIC2_ASSERT(m_value.m_data != nullptr, "m_value.m_data != NULL");
+        return m_value.m_data != nullptr ? header_of(m_value.m_data)->m_size : 0;
+    }
+
     /// -1, 0 or 1 for two blobs.
     int compare_blobs(variant_t const& other) const {
-        std::uint64_t const size = header_of(m_value.m_data)->m_size;
-        std::uint64_t const otherSize = header_of(other.m_value.m_data)->m_size;
+        std::uint64_t const size = blob_size();
+        std::uint64_t const otherSize = other.blob_size();
         if (size != otherSize) {
             return size < otherSize ? -1 : 1;
         }
-        int const order = std::memcmp(m_value.m_data, other.m_value.m_data, size);
+        int const order = size != 0 ? std::memcmp(m_value.m_data, other.m_value.m_data, size) : 0;
         return order < 0 ? -1 : order > 0 ? 1 : 0;
     }
 };

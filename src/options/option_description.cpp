@@ -53,7 +53,9 @@ IOption* OptionDescription::allowValue(mosaic2::variant_t const& value) {
 
 IOption* OptionDescription::allowDeprecatedValue(mosaic2::variant_t const& deprecated,
                                                  mosaic2::variant_t const& replacement) {
-    m_deprecatedValues.emplace(deprecated, replacement);
+    if (findDeprecated(deprecated) == m_deprecatedValues.end()) {
+        m_deprecatedValues.emplace(deprecated, replacement);
+    }
     return this;
 }
 
@@ -124,9 +126,17 @@ bool OptionDescription::validate(std::string_view text, mosaic2::variant_t& valu
     return m_allowedValues.empty() || isAllowed(value) || complete(text, value, message);
 }
 
+/// By equality: the order of values of mixed kinds has cycles, in which the map's own search is
+/// lost.
+OptionDescription::DeprecatedValues::const_iterator OptionDescription::findDeprecated(
+    mosaic2::variant_t const& value) const {
+    return std::find_if(m_deprecatedValues.begin(), m_deprecatedValues.end(),
+                        [&](auto const& deprecated) { return deprecated.first == value; });
+}
+
 bool OptionDescription::replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
                                           std::string& message) const {
-    auto const deprecated = m_deprecatedValues.find(value);
+    auto const deprecated = findDeprecated(value);
     if (deprecated == m_deprecatedValues.end()) {
         return false;
     }

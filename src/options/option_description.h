@@ -21,6 +21,7 @@ class RegisteredOptionStorage;
 class OptionDescription final : public IOption {
 public:
     enum Kind : std::int32_t { kAction = 0, kOption = 1 };
+    using DeprecatedValues = std::map<mosaic2::variant_t, mosaic2::variant_t>;
 
     OptionDescription() = default;
     OptionDescription(OptionDescription const&) = delete;
@@ -73,7 +74,7 @@ public:
     mosaic2::das_variant_type_t m_type = mosaic2::vtNull;
     mosaic2::variant_t m_defaultValue;
     std::vector<mosaic2::variant_t> m_allowedValues;
-    std::map<mosaic2::variant_t, mosaic2::variant_t> m_deprecatedValues;
+    DeprecatedValues m_deprecatedValues;  ///< each with its replacement
     Garbage* m_textHolder = nullptr;
 
     /// The registry that has this record among its declarations, at m_index; null for the
@@ -82,6 +83,7 @@ public:
     std::uint32_t m_index = 0;
 
 private:
+    DeprecatedValues::const_iterator findDeprecated(mosaic2::variant_t const& value) const;
     bool replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
                            std::string& message) const;
     bool isAllowed(mosaic2::variant_t const& value) const;

@@ -130,6 +130,11 @@ public:
             }
             return *this;
         }
+        iterator operator++(int) {
+            iterator before = *this;
+            ++*this;
+            return before;
+        }
         /// Only for comparing with the end.
         friend bool operator==(iterator const& left, iterator const& right) noexcept {
             return left.m_result == right.m_result;
@@ -148,8 +153,11 @@ public:
         : m_result(result), m_name(name), m_from(from), m_to(to) {}
 
     iterator begin() const {
-        bool const found = m_result != nullptr && m_result->present(m_name, m_from, m_to);
-        return found ? iterator(m_result, m_name) : iterator();
+        if (m_result == nullptr) {
+            return iterator();
+        }
+        m_result->present(m_name, m_from, m_to);  // only to begin the iteration
+        return iterator(m_result, m_name);
     }
     iterator end() const noexcept { return {}; }
 
@@ -185,6 +193,11 @@ public:
             }
             return *this;
         }
+        iterator operator++(int) {
+            iterator before = *this;
+            ++*this;
+            return before;
+        }
         /// Only for comparing with the end.
         friend bool operator==(iterator const& left, iterator const& right) noexcept {
             return left.m_result == right.m_result;
@@ -206,6 +219,11 @@ public:
 private:
     IParseResult* m_result;
 };
+
+/// As the exported function, with flags that are nothing else.
+inline int createParser(IParser** parser, Flags flags) {
+    return createParser(parser, flags.bits());
+}
 
 inline Result::Values Result::values(char const* name, int from, int to) const {
     return Values(m_result, name, from, to);

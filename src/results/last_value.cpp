@@ -12,10 +12,12 @@ Value getLastValue(IParseResult* result, char const* name, int from, int to) {
     Value last;
     if (result->present(name, kFirstPosition, kFirstPosition)) {
         last = result->get(name, from, to);
-    } else if (result->present(name, from, to)) {
-        while (result->nextPosition() < to) {  // the end of the range is no part of it here
-            last = result->next(name);
-        }
+    }
+    // A value may lie in the range although its occurrence, which is what present() looks at, lies
+    // before it. The end of the range is no part of it here.
+    result->present(name, from, to);
+    while (result->nextPosition() < to) {
+        last = result->next(name);
     }
     result->present(name, from, to);
     return last;

@@ -20,7 +20,12 @@ bool ParseResult::present(char const* name, int from, int to) {
     if (entry == nullptr) {
         return false;
     }
-    return selectDefault(*entry) || findOccurrence(*entry, from, to) < entry->occurrences.size();
+    if (isDefaultAlone(*entry)) {
+        m_from = kNoPosition;
+        m_to = kNoPosition;
+        return true;
+    }
+    return findOccurrence(*entry, from, to) < entry->occurrences.size();
 }
 
 Value ParseResult::get(char const* name, int from, int to) {
@@ -28,7 +33,7 @@ Value ParseResult::get(char const* name, int from, int to) {
     if (entry == nullptr) {
         return {};
     }
-    if (selectDefault(*entry)) {
+    if (isDefaultAlone(*entry)) {
         return entry->defaultValue;
     }
     std::size_t const at = findOccurrence(*entry, from, to);
@@ -113,6 +118,9 @@ void ParseResult::applyDefault(RegisteredOptionStorage const& registry) {
         OptionDescription const& option = *registry.records()[number];
         char const* const text = option.toString(&m_texts, option.m_defaultValue);
         Entry& entry = entryFor(option, 0);
+        if (!(entry.defaultValue.value() == option.m_defaultValue)) {
+            m_earlierDefaults.push_back(entry.defaultValue);
+        }
         entry.defaultValue = Value(text, option.m_defaultValue, IArgumentParser::takePosition());
         entry.hasDefault = true;
     }
@@ -250,15 +258,9 @@ ParseResult::Entry* ParseResult::select(char const* name, int from, int to) {
     return m_selected != HashIndex::kNone ? m_entries[m_selected].get() : nullptr;
 }
 
-/// Whether the selected entry holds a default alone, which is answered for every range and leaves
-/// nothing to iterate.
-bool ParseResult::selectDefault(Entry const& entry) {
-    if (!entry.hasDefault || !entry.occurrences.empty()) {
-        return false;
-    }
-    m_from = kNoPosition;
-    m_to = kNoPosition;
-    return true;
+/// Whether the entry holds a default and was never given: then the default answers for every range.
+bool ParseResult::isDefaultAlone(Entry const& entry) {
+    return entry.hasDefault && entry.occurrences.empty();
 }
 
 /// The number of the first occurrence with from <= position < to; that behind the last if none has.

@@ -89,7 +89,7 @@ private:
     void keepTexts(std::vector<Value>& values);
 
     Entry* select(char const* name, int from, int to);
-    bool selectDefault(Entry const& entry);
+    static bool isDefaultAlone(Entry const& entry);
     static std::size_t findOccurrence(Entry const& entry, int from, int to);
     bool skipToNext(Entry const& entry);
 
@@ -115,6 +115,7 @@ private:
     int m_to = 0;
 
     Garbage m_texts;
+    std::vector<Value> m_earlierDefaults;  // which the host may still hold the text of
 };
 
 }  // namespace varo_3_3

@@ -51,6 +51,7 @@ std::uint32_t RegisteredOptionStorage::sectionNumber(std::string_view name) cons
 
 void RegisteredOptionStorage::endUse() noexcept {
     if (--m_users == 0) {
+        OptionRecords const retired = std::move(m_retired);  // what goes with it may parse again
         m_retired.clear();
     }
 }
@@ -175,7 +176,10 @@ IOption* RegisteredOptionStorage::replace(unsigned long index,
     std::unique_ptr<OptionDescription>& place = m_records[index];
     m_names.removeRecord(*place);
     m_actionCount -= place->isAction() ? 1 : 0;
-    std::erase(m_withDefault, static_cast<std::uint32_t>(index));
+    if (place->m_hasDefault) {
+        m_withDefault.erase(
+            std::lower_bound(m_withDefault.begin(), m_withDefault.end(), place->m_index));
+    }
     record->m_index = static_cast<std::uint32_t>(index);
     if (m_users > 0) {
         place->m_owner = nullptr;

@@ -49,7 +49,8 @@ bool BasicParser::onValueParse(char const* name, Value const& value) {
         return true;
     }
     char const* const held = m_garbage.init(name);
-    Value const heldValue(m_garbage.init(value.text()), value.value(), value.position());
+    // What a user typed is not searched for among the texts: an enemy could make that slow.
+    Value const heldValue(m_garbage.keep(value.text()), value.value(), value.position());
     bool isAccepted = true;
     visitHandlers([&](EventHandler& handler) {
         isAccepted = handler.onValueParse(held, heldValue);
@@ -62,7 +63,7 @@ bool BasicParser::onUknownArgument(char const* argument) {
     if (m_handlers.empty()) {
         return true;
     }
-    char const* const held = m_garbage.init(argument);
+    char const* const held = m_garbage.keep(argument);
     bool isError = true;
     visitHandlers([&](EventHandler& handler) {
         isError = handler.onUknownArgument(held) && isError;

@@ -61,9 +61,9 @@ public:
 
 protected:
     /// Both phases over one list of arguments, with what stands behind "--" and the option files in
-    /// between. Sets the last error. `result` may be null.
+    /// between. Sets the last error.
     virtual int parseVector(ArgumentSource& source, BRIX::WhiteSpace& whiteSpace,
-                            IParseResult* result);
+                            ParseResult& result);
 
     /// Recognises and stores the arguments in front of the end marker.
     virtual int parse_phase_one(ArgumentList& args, ParseSession& session);

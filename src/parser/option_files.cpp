@@ -130,16 +130,6 @@ int BasicParser::offerToPositional(std::string_view argument, ParseSession& sess
     return code;
 }
 
-int BasicParser::parseStream(char const* text, IParseResult* result) {
-    try {
-        BRIX::WhiteSpace whiteSpace;
-        OptionLines lines(text != nullptr ? text : "", whiteSpace);
-        return parseVector(lines, whiteSpace, result);
-    } catch (std::exception const&) {
-        return kUnusableArguments;
-    }
-}
-
 int BasicParser::expandOptionFiles(ParseSession& session) {
     constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
     session.files.noteDefault();

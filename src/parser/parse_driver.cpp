@@ -18,40 +18,30 @@ namespace {
 
 constexpr std::string_view kLogSwitch = "varooption=varologenable=1";
 
-/// The result that a parse fills: the host's, or, when there is none, one that is thrown away.
+/// The result that one parse call fills: the host's, or, when there is none, one that is thrown
+/// away. While it lives, replaced records stay alive, since the call may still hold them, and
+/// before and after that the result forgets records that may not be.
 class Target {
 public:
-    explicit Target(IParseResult* result)
-        : m_result(result != nullptr ? static_cast<ParseResult*>(result) : &m_own.emplace()) {}
-    Target(Target const&) = delete;
-    Target& operator=(Target const&) = delete;
-
-    ParseResult& operator*() const { return *m_result; }
-
-private:
-    std::optional<ParseResult> m_own;
-    ParseResult* m_result;
-};
-
-/// Keeps replaced records alive while a parse may still hold them, and has the result forget
-/// records that may not be.
-class RecordsInUse {
-public:
-    RecordsInUse(RegisteredOptionStorage& registry, ParseResult& result)
-        : m_registry(registry), m_result(result) {
+    Target(IParseResult* result, RegisteredOptionStorage& registry)
+        : m_result(result != nullptr ? static_cast<ParseResult&>(*result) : m_own.emplace()),
+          m_registry(registry) {
         m_registry.beginUse();
         m_result.forgetRecords();
     }
-    ~RecordsInUse() {
-        m_registry.endUse();
+    ~Target() {
         m_result.forgetRecords();
+        m_registry.endUse();
     }
-    RecordsInUse(RecordsInUse const&) = delete;
-    RecordsInUse& operator=(RecordsInUse const&) = delete;
+    Target(Target const&) = delete;
+    Target& operator=(Target const&) = delete;
+
+    ParseResult& operator*() const { return m_result; }
 
 private:
-    RegisteredOptionStorage& m_registry;
+    std::optional<ParseResult> m_own;
     ParseResult& m_result;
+    RegisteredOptionStorage& m_registry;
 };
 
 /// The recogniser with the highest priority among those that take args[0]; null if none does.
@@ -73,7 +63,7 @@ IArgumentParser* chooseRecognizer(std::array<IArgumentParser*, 2> const& recogni
 }  // namespace
 
 int BasicParser::parseArgsVector(int argc, char const* const* argv, IParseResult* result) {
-    Target const target(result);
+    Target const target(result, m_registry);
     (*target).applyDefault(m_registry);
     if (argc < 2) {
         m_lastError.clear();
@@ -84,18 +74,23 @@ int BasicParser::parseArgsVector(int argc, char const* const* argv, IParseResult
     }
     BRIX::WhiteSpace whiteSpace;
     ArgumentVector source(argv + 1, static_cast<std::size_t>(argc) - 1);
-    return parseVector(source, whiteSpace, &*target);
+    return parseVector(source, whiteSpace, *target);
+}
+
+int BasicParser::parseStream(char const* text, IParseResult* result) {
+    Target const target(result, m_registry);
+    BRIX::WhiteSpace whiteSpace;
+    OptionLines lines(text != nullptr ? text : "", whiteSpace);
+    return parseVector(lines, whiteSpace, *target);
 }
 
 int BasicParser::parseVector(ArgumentSource& source, BRIX::WhiteSpace& whiteSpace,
-                             IParseResult* result) {
-    Target const target(result);
-    RecordsInUse const inUse(m_registry, *target);
+                             ParseResult& result) {
     m_lastError.clear();
     try {
-        ParseSession session(*target, whiteSpace);
+        ParseSession session(result, whiteSpace);
         int const code = runPhases(source, session);
-        m_lastError = code == kSuccess ? session.warnings : session.error;
+        setLastError(code == kSuccess ? session.warnings : session.error);
         return code;
     } catch (std::exception const&) {
         m_lastError = kUnidentifiedProblemText;
@@ -157,7 +152,7 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
 
 /// Drops an argument that no recogniser takes, or makes it an error.
 int BasicParser::takeUnclaimed(ArgumentList& args, std::string& error) {
-    bool const isVetoed = !m_handlers.empty() && !onUknownArgument(m_garbage.init(args[0]));
+    bool const isVetoed = !m_handlers.empty() && !onUknownArgument(std::string(args[0]).c_str());
     if ((m_flags & kUnknownIsError) != 0 && !isVetoed) {
         error = BRIX::join({"Unknown option: ", args[0]});
         return kParseError;

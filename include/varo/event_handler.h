@@ -12,7 +12,8 @@ class Value;
 /// A handler may use everything the parser and the result offer while it is called: add and remove
 /// handlers, itself included, declare options, query the result being filled, parse again. A
 /// std::exception that it throws ends the parse with kUnidentifiedProblem; any other exception
-/// passes through the parse to the host. Texts that it is given live as long as the parser.
+/// passes through the parse to the host. The names and texts that it is given live as long as the
+/// parser, the string inside a value as long as a copy of that value.
 ///
 /// The order of the operations is the binary contract; there is no virtual destructor.
 class VARO_EXPORT EventHandler {

@@ -24,9 +24,9 @@ public:
     virtual IOption* synonym(char const* name) = 0;
 
     /// Adds a value to the list of those that are accepted; with none in it, every value of the
-    /// type is. Values of another type than the declaration's are taken and never match. A string
-    /// option also accepts what is the beginning of exactly one allowed value and stores that
-    /// value.
+    /// type is. Values are compared as variants, so that numbers match across the number
+    /// types, and a text never matches a number. A string option also accepts what is the beginning
+    /// of exactly one allowed value and stores that value.
     virtual IOption* allowValue(mosaic2::variant_t const& value) = 0;
 
     /// Accepts `deprecated` and stores `replacement` in its place, with a warning that

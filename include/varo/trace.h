@@ -15,8 +15,9 @@ extern VARO_EXPORT bool varoLogEnabled;
 
 namespace BRIX {
 
-/// The console stream that the trace is written to: the process's std::cout. Redirect the trace
-/// with `ucout.rdbuf(buffer)`.
+/// The console stream that the trace is written to: the process's std::cout under a second
+/// name. (A reference: an object of its own would have to be made whenever the library is loaded.)
+/// Redirect the trace with `ucout.rdbuf(buffer)`.
 extern VARO_EXPORT std::ostream& ucout;
 
 namespace internal {
@@ -24,7 +25,7 @@ namespace internal {
 /// Makes ucout ready for use, as <iostream> does for std::cout. Returns true.
 VARO_EXPORT bool prepare_console();
 
-/// Every file that includes this header may use ucout in the initialisers of its own variables.
+/// Runs when a program that includes this header starts; so ucout can be used from then on.
 [[maybe_unused]] static bool const consoleIsReady = prepare_console();
 
 }  // namespace internal

@@ -4,9 +4,10 @@
 
 #include <cstddef>
 
-/// The standard exceptions that the library throws itself, by way of the functions that the
-/// standard library's own headers call for it: each class thrown by name would add four symbols to
-/// those that the loader looks up whenever a program starts.
+/// The standard exceptions that the library throws itself, by way of the functions that
+/// libstdc++'s own headers call for it: each class thrown by name would add four symbols to those
+/// that the loader looks up whenever a program starts. They are in libstdc++'s binary interface,
+/// not in its documented one; no other file names them.
 namespace BRIX {
 
 [[noreturn]] inline void throwBadAlloc() {

@@ -28,7 +28,7 @@ std::uint64_t leadOf(std::string_view prefix, std::string_view text) {
 void NameIndex::reserveMore(OptionDescription const& record, std::size_t names, std::size_t tags) {
     std::size_t const forms = record.m_type == mosaic2::vtBool ? 2 : 1;
     std::size_t const keys = names * forms * (1 + tags);
-    BRIX::reserveMore(m_keys, keys);
+    BRIX::reserveMore(m_keys, keys, 32);
     m_heads.reserveMore(keys);
 }
 

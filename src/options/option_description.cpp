@@ -114,6 +114,10 @@ char const* OptionDescription::toString(Garbage* holder, mosaic2::variant_t cons
 bool OptionDescription::validate(std::string_view text, mosaic2::variant_t& value,
                                  std::string& message) const {
     message.clear();
+    if (acceptsAnyText()) {
+        value = mosaic2::variant_t::copy_of(text.data(), text.size());
+        return true;
+    }
     value = fromString(text, m_type);
     if (value.m_type == mosaic2::vtNull && hasConversion(m_type)) {
         message = BRIX::join({"Option '", firstName(), "' can not parse '", text,

@@ -44,6 +44,11 @@ public:
         return m_names.empty() ? std::string_view() : std::string_view(m_names.front());
     }
 
+    /// Whether every text is a value, stored as it is typed.
+    bool acceptsAnyText() const {
+        return m_type == mosaic2::vtString && m_allowedValues.empty() && m_deprecatedValues.empty();
+    }
+
     std::string getTypeName() const;
 
     /// "" when the record has no default, or one of a kind without text.

@@ -86,6 +86,7 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     SectionChange sectionChange = prepareSection(section != nullptr ? section : "");
     auto record = std::make_unique<OptionDescription>();
     if (names != nullptr) {
+        record->m_names.reserve(internal::countElements(names));
         internal::splitList(names,
                             [&](std::string_view name) { record->m_names.emplace_back(name); });
     }
@@ -115,7 +116,7 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     record->tag(isAction ? names : nullptr);
     record->tokenize(m_defaultTokenizer);
 
-    BRIX::reserveMore(m_records, 1);
+    BRIX::reserveMore(m_records, 1, 16);
     if (m_users > 0) {
         BRIX::reserveMore(m_retired, 1);
     }

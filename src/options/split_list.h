@@ -19,4 +19,10 @@ void splitList(std::string_view list, Take take) {
     }
 }
 
+inline std::size_t countElements(std::string_view list) {
+    std::size_t count = 0;
+    splitList(list, [&count](std::string_view) { ++count; });
+    return count;
+}
+
 }  // namespace varo_3_3::internal

@@ -258,9 +258,6 @@ bool hasConversion(mosaic2::das_variant_type_t type) {
 }
 
 mosaic2::variant_t fromString(std::string_view text, mosaic2::das_variant_type_t type) {
-    if (type == mosaic2::vtString) {  // most values; spared the way through the dispatch
-        return mosaic2::variant_t::copy_of(text.data(), text.size());
-    }
     OperationFromString operation{text, {}};
     dispatch(type, [&operation]<class Type>() { operation.execute<Type>(); });
     return std::move(operation.m_result);

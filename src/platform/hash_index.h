@@ -155,7 +155,7 @@ private:
     }
 
     void grow(std::size_t needed) {
-        std::size_t size = 32;
+        std::size_t size = 64;
         while (size < needed) {
             size *= 2;
         }

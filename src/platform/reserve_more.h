@@ -1,16 +1,16 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 
 namespace BRIX {
 
-/// Makes room for `count` more elements, growing as push_back does, so that adding them cannot
-/// fail.
+/// Makes room for `count` more elements, so that adding them cannot fail: the first time for
+/// `smallest` at least, later growing as push_back does.
 template <class Vector>
-void reserveMore(Vector& vector, std::size_t count) {
+void reserveMore(Vector& vector, std::size_t count, std::size_t smallest = 1) {
     if (vector.capacity() - vector.size() < count) {
-        std::size_t const doubled = 2 * vector.size();
-        vector.reserve(doubled > vector.size() + count ? doubled : vector.size() + count);
+        vector.reserve(std::max({vector.size() + count, 2 * vector.size(), smallest}));
     }
 }
 

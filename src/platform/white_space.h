@@ -34,7 +34,7 @@ private:
         return isPlain;
     }();
 
-    bool isSpace(char character) {
+    [[gnu::noinline]] bool isSpace(char character) {
         capture();
         return m_facet->is(std::ctype_base::space, character);
     }

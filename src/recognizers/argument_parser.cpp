@@ -12,11 +12,6 @@ using internal::varoLog;
 
 int IArgumentParser::m_idx = 0;
 
-int IArgumentParser::takePosition() {
-    constexpr int kLastPosition = kNoPosition - 1;
-    return m_idx < kLastPosition ? m_idx++ : kLastPosition;
-}
-
 std::string IArgumentParser::formatTokenMessage(std::string_view token) {
     return BRIX::join({" in argument: '", token, "'"});
 }
@@ -101,10 +96,8 @@ result_t IArgumentParser::takePiece(std::string_view piece, std::string_view val
 /// serves as its own text; other texts are kept in a buffer with room for all pieces of `value`.
 void IArgumentParser::addValue(std::string_view piece, std::string_view value,
                                mosaic2::variant_t converted, OptionDescription const& option) {
-    bool const isAsTyped = option.m_type == mosaic2::vtString && option.m_allowedValues.empty() &&
-                           option.m_deprecatedValues.empty();
     char const* text = nullptr;
-    if (isAsTyped) {
+    if (option.acceptsAnyText()) {
         text = converted.get<char const*>();
     } else {
         m_texts.reserve(value.size() + 1);

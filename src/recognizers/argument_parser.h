@@ -52,7 +52,10 @@ public:
 
     /// Takes the next number of the process-wide sequence of positions. At its end, 2147483646, the
     /// sequence stops.
-    static int takePosition();
+    static int takePosition() {
+        constexpr int kLastPosition = kNoPosition - 1;
+        return m_idx < kLastPosition ? m_idx++ : kLastPosition;
+    }
 
     static int m_idx;  ///< the next position
 

@@ -198,11 +198,11 @@ ParseResult::Entry& ParseResult::findOrAddEntry(OptionDescription const& option,
         newEntry->key = option.firstName();
         newEntry->occurrences.reserve(1);
         newEntry->values.reserve(values);
-        BRIX::reserveMore(m_entries, 1);
+        BRIX::reserveMore(m_entries, 1, 16);
         m_keys.reserveMore(1);
     }
     std::vector<Alias> aliases = findNewAliases(option, number);
-    BRIX::reserveMore(m_aliases, aliases.size());
+    BRIX::reserveMore(m_aliases, aliases.size(), 16);
     m_aliasIndex.reserveMore(aliases.size());
 
     if (newEntry != nullptr) {

@@ -59,21 +59,24 @@ void OptionFiles::noteDefault() {
 bool OptionFiles::loadNext(std::string& text, std::string& error) {
     m_current = m_next++;
     File& wanted = m_files[m_current];
-    BRIX::file_t const file(wanted.name.c_str());
-    wanted.identity = file.identity();
-    if (file && isInsideItself(m_current)) {
+    wanted.identity = BRIX::file_t::identify(wanted.name.c_str());
+    if (isInsideItself(m_current)) {
         error = BRIX::join({"Option file '", wanted.name, "' includes itself"});
         return false;
     }
-    text.clear();
-    bool const isLoaded = m_current < kMostFiles && file && file.load_file(text, m_bytesLeft) &&
-                          text.find('\0') == std::string::npos;
-    if (!isLoaded) {
+    if (m_current >= kMostFiles || !load(wanted, text)) {
         error = BRIX::join({"Error reading option file '", wanted.name, "'"});
         return false;
     }
     m_bytesLeft -= text.size();
     return true;
+}
+
+bool OptionFiles::load(File& wanted, std::string& text) const {
+    BRIX::file_t const file(wanted.name.c_str());
+    wanted.identity = file.identity();
+    text.clear();
+    return file && file.load_file(text, m_bytesLeft) && text.find('\0') == std::string::npos;
 }
 
 /// Whether a file is the same as one of those that it is named in, directly or through others.

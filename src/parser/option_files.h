@@ -60,6 +60,7 @@ private:
         BRIX::file_t::identity_t identity{};
     };
 
+    bool load(File& wanted, std::string& text) const;
     bool isInsideItself(std::size_t number) const;
 
     ParseResult& m_result;

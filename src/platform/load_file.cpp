@@ -36,6 +36,11 @@ file_t::file_t(char const* name)
     m_reportedSize = S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
+file_t::identity_t file_t::identify(char const* name) {
+    struct stat status {};
+    return stat(name, &status) == 0 ? identity_t{status.st_dev, status.st_ino} : identity_t{};
+}
+
 file_t::~file_t() {
     if (m_descriptor >= 0) {
         close(m_descriptor);

@@ -18,13 +18,17 @@ public:
 
     explicit operator bool() const { return m_descriptor >= 0; }
 
-    /// Whether both are the same file, under whatever names.
+    /// What two names of one file have in common.
     struct identity_t {
         dev_t m_device;
         ino_t m_inode;
         bool operator==(identity_t const&) const = default;
     };
     identity_t identity() const { return m_identity; }
+
+    /// The identity of the file `name`, without opening it: to open a FIFO waits for its writer. Of
+    /// no file when there is none.
+    static identity_t identify(char const* name);
 
     /// Appends the file's bytes to `text`, to its end, whether or not the file reports a size.
     /// False when reading fails or the file holds more than `limit` bytes. Throws std::bad_alloc.

@@ -1,3 +1,8 @@
+#include <malloc.h>
+
+#include <cstdlib>
+#include <fstream>
+
 #include "floor.h"
 #include "table.h"
 #include "varo_work.h"
@@ -12,10 +17,20 @@ using Sizes = std::vector<long>;
 using WorkOf = Work (*)(MakeContestant, WorkloadPointer const&);
 using MakeWorkload = WorkloadPointer (*)(long size);
 
+using Prepare = std::function<Work(long size)>;
+
+/// All work, by "row/contestant".
+std::map<std::string, Prepare>& allWork() {
+    static std::map<std::string, Prepare> work;
+    return work;
+}
+
 /// Registers the work once per size. It is prepared, and its answers are checked, before the first
 /// repetition is timed.
 void add(std::string const& row, std::string const& contestant, Sizes const& sizes,
-         std::function<Work(long)> const& prepare) {
+         Prepare const& prepare) {
+    std::string const name = row + "/" + contestant;
+    allWork()[name] = prepare;
     for (long const size : sizes) {
         auto const run = [prepare, size, work = std::make_shared<Work>()](benchmark::State& state) {
             try {
@@ -29,8 +44,7 @@ void add(std::string const& row, std::string const& contestant, Sizes const& siz
                 state.SkipWithError(exception.what());
             }
         };
-        std::string const name = row + "/" + contestant + "/" + std::to_string(size);
-        benchmark::RegisterBenchmark(name.c_str(), run);
+        benchmark::RegisterBenchmark((name + "/" + std::to_string(size)).c_str(), run);
     }
 }
 
@@ -118,6 +132,13 @@ void addRaces() {
 }
 
 void addOwnRows() {
+    add("memory", "varo", {}, [](long n) {
+        auto const workload = manyArguments(n, false, Source::arguments);
+        return Work([workload] {
+            Answer answer(false);
+            Varo(*workload).parse(*workload, answer);
+        });
+    });
     add("walk", "varo", {1000, 10'000, 100'000, 1'000'000}, walkWork);
     add("last", "varo", {1000, 10'000, 100'000, 1'000'000}, lastValueWork);
     add("help", "varo", {20, 1000}, [](long n) { return helpWork(manyDescriptions(n)); });
@@ -149,11 +170,41 @@ std::vector<Row> const kRows = {
     {"ambiguous", "20,000 candidates of one ambiguous abbreviation", 0, 0, 1.15, 1},
 };
 
-}  // namespace
+/// callgrind counts while this function runs.
+extern "C" __attribute__((noinline)) void measured(Work const& work) {
+    work();
+    asm volatile("");  // keeps the call from becoming a jump
+}
 
-}  // namespace bench
+/// In bytes. `key` begins a line of the process's status: "VmRSS:" or, for its peak, "VmHWM:".
+long residentMemory(std::string_view key) {
+    std::ifstream status("/proc/self/status");
+    for (std::string line; std::getline(status, line);) {
+        if (line.starts_with(key)) {
+            return std::atol(line.c_str() + key.size()) * 1024;
+        }
+    }
+    return 0;
+}
 
-int main(int argc, char** argv) {
+/// Does one piece of work once, to have its instructions counted, and prints by how many bytes the
+/// process grew meanwhile.
+int runOnce(std::string const& name, long size) {
+    auto const found = allWork().find(name);
+    if (found == allWork().end()) {
+        std::fprintf(stderr, "no such work: %s\n", name.c_str());
+        return 2;
+    }
+    Work const work = found->second(size);
+    malloc_trim(0);
+    std::ofstream("/proc/self/clear_refs") << "5";  // forgets the peak
+    long const before = residentMemory("VmRSS:");
+    measured(work);
+    std::printf("%ld\n", residentMemory("VmHWM:") - before);
+    return 0;
+}
+
+int runAll(int argc, char** argv) {
     // Interleaved repetitions, so that a busy moment of the machine meets all contestants.
     std::vector<std::string> flags = {argv[0], "--benchmark_enable_random_interleaving=true",
                                       "--benchmark_repetitions=9", "--benchmark_min_time=0.02"};
@@ -163,10 +214,20 @@ int main(int argc, char** argv) {
         pointers.push_back(flag.data());
     }
     int count = static_cast<int>(pointers.size());
-    bench::addRaces();
-    bench::addOwnRows();
     benchmark::Initialize(&count, pointers.data());
-    bench::Table table(bench::kRows);
+    Table table(kRows);
     benchmark::RunSpecifiedBenchmarks(&table);
     return table.print() ? 0 : 1;
+}
+
+}  // namespace
+
+}  // namespace bench
+
+/// varo_bench [FLAGS OF GOOGLE BENCHMARK], or varo_bench --once ROW/CONTESTANT SIZE.
+int main(int argc, char** argv) {
+    bench::addRaces();
+    bench::addOwnRows();
+    bool const once = argc == 4 && std::string_view(argv[1]) == "--once";
+    return once ? bench::runOnce(argv[2], std::atol(argv[3])) : bench::runAll(argc, argv);
 }

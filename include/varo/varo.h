@@ -19,14 +19,22 @@ public:
     constexpr Flags() noexcept = default;
     constexpr Flags(CreationFlag flag) noexcept : m_bits(flag) {}
 
-    /// The number that createParser takes.
-    constexpr int bits() const noexcept { return m_bits; }
     constexpr bool has(CreationFlag flag) const noexcept { return (m_bits & flag) != 0; }
+
+    /// The number that createParser takes, which the set also becomes by itself.
+    constexpr int bits() const noexcept { return m_bits; }
+    constexpr operator int() const noexcept { return m_bits; }
 
     friend constexpr Flags operator|(Flags left, Flags right) noexcept {
         Flags both;
         both.m_bits = left.m_bits | right.m_bits;
         return both;
+    }
+    friend constexpr Flags operator|(Flags left, CreationFlag right) noexcept {
+        return left | Flags(right);
+    }
+    friend constexpr Flags operator|(CreationFlag left, Flags right) noexcept {
+        return Flags(left) | right;
     }
 
 private:
@@ -220,11 +228,6 @@ private:
     IParseResult* m_result;
 };
 
-/// As the exported function, with flags that are nothing else.
-inline int createParser(IParser** parser, Flags flags) {
-    return createParser(parser, flags.bits());
-}
-
 inline Result::Values Result::values(char const* name, int from, int to) const {
     return Values(m_result, name, from, to);
 }
@@ -245,7 +248,7 @@ inline Result::Arguments Result::arguments() const {
 /// used, createResult() gives an empty result, parse() kUnusableArguments, and error() says why.
 class Parser {
 public:
-    explicit Parser(Flags flags = {}) { createParser(&m_parser, flags.bits()); }
+    explicit Parser(Flags flags = {}) { createParser(&m_parser, flags); }
     Parser(Parser&& other) noexcept : m_parser(std::exchange(other.m_parser, nullptr)) {}
     Parser& operator=(Parser&& other) noexcept {
         std::swap(m_parser, other.m_parser);

@@ -31,12 +31,16 @@ public:
     }
 
 private:
+    static constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;  // 2^64 / golden ratio
+
     explicit TextHash(std::size_t size) : m_hash(size) {}
 
-    std::uint32_t value() const { return static_cast<std::uint32_t>(m_hash); }
+    /// The upper half of one more product: small tables use the lowest bits, which every byte of
+    /// the text must have reached.
+    std::uint32_t value() const { return static_cast<std::uint32_t>((m_hash * kMultiplier) >> 32); }
 
     void mix(std::uint64_t word) {
-        m_hash = (m_hash ^ word) * 0x9E3779B97F4A7C15;  // 2^64 divided by the golden ratio
+        m_hash = (m_hash ^ word) * kMultiplier;
         m_hash ^= m_hash >> 32;
     }
 

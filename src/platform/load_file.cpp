@@ -19,10 +19,19 @@ auto retryWhenInterrupted(Call call) {
     return result;
 }
 
+/// With the time of the last change, since the number of a removed file goes to the next one that
+/// is made. Reading a FIFO changes it, so that it tells nothing there.
+file_t::identity_t identityOf(struct stat const& status) {
+    bool const isRegular = S_ISREG(status.st_mode);
+    return {status.st_dev, status.st_ino, isRegular ? status.st_ctim.tv_sec : 0,
+            isRegular ? status.st_ctim.tv_nsec : 0};
+}
+
 }  // namespace
 
 file_t::file_t(char const* name)
-    : m_descriptor(retryWhenInterrupted([name] { return open(name, O_RDONLY | O_CLOEXEC); })) {
+    : m_descriptor(
+          retryWhenInterrupted([name] { return open(name, O_RDONLY | O_CLOEXEC | O_NOCTTY); })) {
     struct stat status {};
     if (m_descriptor < 0) {
         return;
@@ -32,13 +41,13 @@ file_t::file_t(char const* name)
         m_descriptor = -1;
         return;
     }
-    m_identity = {status.st_dev, status.st_ino};
+    m_identity = identityOf(status);
     m_reportedSize = S_ISREG(status.st_mode) ? static_cast<std::size_t>(status.st_size) : 0;
 }
 
 file_t::identity_t file_t::identify(char const* name) {
     struct stat status {};
-    return stat(name, &status) == 0 ? identity_t{status.st_dev, status.st_ino} : identity_t{};
+    return stat(name, &status) == 0 ? identityOf(status) : identity_t{};
 }
 
 file_t::~file_t() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <sys/types.h>
+#include <time.h>
 
 #include <cstddef>
 #include <string>
@@ -22,6 +23,8 @@ public:
     struct identity_t {
         dev_t m_device;
         ino_t m_inode;
+        time_t m_changedSecond;
+        long m_changedNanosecond;
         bool operator==(identity_t const&) const = default;
     };
     identity_t identity() const { return m_identity; }

@@ -118,7 +118,9 @@ void ParseResult::applyDefault(RegisteredOptionStorage const& registry) {
         OptionDescription const& option = *registry.records()[number];
         char const* const text = option.toString(&m_texts, option.m_defaultValue);
         Entry& entry = entryFor(option, 0);
-        if (!(entry.defaultValue.value() == option.m_defaultValue)) {
+        mosaic2::variant_t const& earlier = entry.defaultValue.value();
+        if (earlier.m_type == mosaic2::vtString &&
+            earlier.m_value.m_data != option.m_defaultValue.m_value.m_data) {
             m_earlierDefaults.push_back(entry.defaultValue);
         }
         entry.defaultValue = Value(text, option.m_defaultValue, IArgumentParser::takePosition());

@@ -76,6 +76,7 @@ private:
     void visitHandlers(Visit visit);
 
     int runPhases(ArgumentSource& source, ParseSession& session);
+    IResultCollector* collectorOf(ParseSession& session) const;
     int parseList(ArgumentSource& source, ParseSession& session);
     int takeUnclaimed(ArgumentList& args, std::string& error);
     int expandOptionFiles(ParseSession& session);

@@ -3,12 +3,12 @@
 #include <string_view>
 
 #include "platform/console.h"
-#include "varo/export.h"
+#include "varo/trace.h"
 
 namespace varo_3_3::internal {
 
-extern VARO_EXPORT bool varoLogEnabled;
-
+// What a line is put together from is converted in a function of its own, off the way of a parse
+// that is not traced.
 template <class... Parts>
 [[gnu::cold, gnu::noinline]] void writeTrace(Parts... parts) {
     BRIX::writeLine({parts...});

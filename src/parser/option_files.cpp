@@ -32,11 +32,13 @@ bool OptionLines::next(std::string_view& argument) {
 }
 
 void OptionFiles::store(OptionDescription const& option, OptionData& data) {
+    if (!namesFiles(option)) {
+        m_result.store(option, data);
+        return;
+    }
     std::vector<File> named;
-    bool const namesFiles = std::find(option.m_names.begin(), option.m_names.end(),
-                                      kOptionFileName) != option.m_names.end();
     bool isAtEnd = m_isAtEnd;
-    for (std::size_t at = 0; namesFiles && !isAtEnd && at < data.m_values.size(); ++at) {
+    for (std::size_t at = 0; !isAtEnd && at < data.m_values.size(); ++at) {
         char const* const name = data.m_values[at].as<char const*>();
         isAtEnd = name == nullptr;
         if (name != nullptr) {
@@ -45,13 +47,26 @@ void OptionFiles::store(OptionDescription const& option, OptionData& data) {
     }
     BRIX::reserveMore(m_files, named.size());
     m_result.store(option, data);
+    m_isGiven = true;
     m_isAtEnd = isAtEnd;
     std::move(named.begin(), named.end(), std::back_inserter(m_files));
 }
 
+/// Whether this is the option for option files, by any of its names. Asked for each occurrence,
+/// mostly of the option that the last one was of.
+bool OptionFiles::namesFiles(OptionDescription const& option) {
+    std::vector<std::string> const& names = option.m_names;
+    if (m_lastOption != &option || m_lastNames != names.size()) {
+        m_lastOption = &option;
+        m_lastNames = names.size();
+        m_lastNamesFiles = std::find(names.begin(), names.end(), kOptionFileName) != names.end();
+    }
+    return m_lastNamesFiles;
+}
+
 void OptionFiles::noteDefault() {
     char const* const name = m_result.defaultOf(kOptionFileName).as<char const*>();
-    if (m_files.empty() && !m_isAtEnd && name != nullptr) {
+    if (!m_isGiven && name != nullptr) {
         m_files.push_back({name, kCommandLine});
     }
 }
@@ -123,7 +138,7 @@ int BasicParser::offerToPositional(std::string_view argument, ParseSession& sess
         return kSuccess;
     }
     unsigned long optionIndex = 0;
-    code = positional.parse(args, session.collector, m_registry, optionIndex, message);
+    code = positional.parse(args, collectorOf(session), m_registry, optionIndex, message);
     logResult("parse result: ", code, message);
     if (code == kTaken) {
         session.addWarning(message);

@@ -31,14 +31,15 @@ private:
 };
 
 /// The option files of one parse. Stands in front of the result as the collector, notes the files
-/// that are named while the parse runs, and hands out their texts in that order.
+/// that are named while the parse runs (whether or not it will read them), and hands out their
+/// texts in that order.
 class OptionFiles final : public IResultCollector {
 public:
     explicit OptionFiles(ParseResult& result) : m_result(result) {}
 
     void store(OptionDescription const& option, OptionData& data) override;
 
-    /// Notes the default of the option if no file was named. Called once, before the first load.
+    /// Notes the default of the option if it was not given. Called once, before the first load.
     void noteDefault();
 
     /// Whether a file is left to be loaded.
@@ -60,6 +61,7 @@ private:
         BRIX::file_t::identity_t identity{};
     };
 
+    bool namesFiles(OptionDescription const& option);
     bool load(File& wanted, std::string& text) const;
     bool isInsideItself(std::size_t number) const;
 
@@ -68,7 +70,13 @@ private:
     std::size_t m_next = 0;
     std::size_t m_current = kCommandLine;
     std::size_t m_bytesLeft = kMostBytes;
+    bool m_isGiven = false;
     bool m_isAtEnd = false;  // a value was no text, which ends the walk
+
+    // The option that was last stored, and what is known of it.
+    OptionDescription const* m_lastOption = nullptr;
+    std::size_t m_lastNames = 0;
+    bool m_lastNamesFiles = false;
 };
 
 }  // namespace varo_3_3

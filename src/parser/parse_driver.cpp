@@ -102,14 +102,20 @@ int BasicParser::runPhases(ArgumentSource& source, ParseSession& session) {
     if (!m_handlers.empty()) {
         session.whiteSpace.capture();  // a handler may set another locale
     }
-    if (m_optionFileEnabled) {
-        session.collector = &session.files;
-    }
     int code = parseList(source, session);
     if (code == kSuccess && m_optionFileEnabled) {
         code = expandOptionFiles(session);
     }
     return code == kSuccess ? parse_phase_two(session) : code;
+}
+
+/// What takes the next occurrence. Option files can be enabled by a handler, in the middle of a
+/// parse.
+IResultCollector* BasicParser::collectorOf(ParseSession& session) const {
+    if (m_optionFileEnabled) {
+        return &session.files;
+    }
+    return &session.result;
 }
 
 int BasicParser::parseList(ArgumentSource& source, ParseSession& session) {
@@ -140,7 +146,7 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
         unsigned long optionIndex = 0;
         warning.clear();
         int const code =
-            recognizer->parse(args, session.collector, m_registry, optionIndex, warning);
+            recognizer->parse(args, collectorOf(session), m_registry, optionIndex, warning);
         if (code != kSuccess) {
             session.error = warning;
             return code;

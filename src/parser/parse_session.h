@@ -23,10 +23,9 @@ struct ParseSession {
 
     ParseResult& result;
     BRIX::WhiteSpace& whiteSpace;
-    OptionFiles files;
-    IResultCollector* collector = &result;  ///< the result, or what stands in front of it
-    std::string error;                      ///< of the argument that ended the parse
-    std::string warnings;                   ///< one a line
+    OptionFiles files;     ///< stands in front of the result once they are enabled
+    std::string error;     ///< of the argument that ended the parse
+    std::string warnings;  ///< one a line
 };
 
 }  // namespace varo_3_3

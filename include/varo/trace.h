@@ -25,8 +25,10 @@ namespace internal {
 /// Makes ucout ready for use, as <iostream> does for std::cout. Returns true.
 VARO_EXPORT bool prepare_console();
 
+#ifndef VARO_BUILDING_LIBRARY
 /// Runs when a program that includes this header starts; so ucout can be used from then on.
 [[maybe_unused]] static bool const consoleIsReady = prepare_console();
+#endif
 
 }  // namespace internal
 }  // namespace BRIX

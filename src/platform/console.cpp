@@ -1,24 +1,22 @@
-// trace.h is not included, since it would make the console ready whenever the library is loaded;
-// writeLine() does so when there is something to write. Neither is <iostream>, which does the same.
 #include "platform/console.h"
 
 #include <ios>
 #include <ostream>
 
-#include "varo/export.h"
+#include "varo/trace.h"
 
+// <iostream> is not included, since it would set up the standard streams whenever the library is
+// loaded; writeLine() sees to them when there is something to write.
 namespace std {
 extern ostream cout;
 }
 
 namespace BRIX {
 
-extern VARO_EXPORT std::ostream& ucout;
 std::ostream& ucout = std::cout;
 
 namespace internal {
 
-VARO_EXPORT bool prepare_console();
 bool prepare_console() {
     std::ios_base::Init const standardStreams;
     return true;

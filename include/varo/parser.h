@@ -78,7 +78,8 @@ public:
     /// help only. A null description or section counts as "".
     ///
     /// Returns the declaration, owned by the parser and good until the next declaration at least.
-    /// A refused declaration changes nothing but the section's text; it returns a placeholder that
+    /// A refused declaration changes nothing but its section (a new one is added, the text of an
+    /// earlier one set), and returns a placeholder that
     /// can be refined like any other and is never parsed or shown. Refused are a null or malformed
     /// list of names, and, without setReplace, a name that is declared already (a boolean "color"
     /// also takes "no-color"; modifiers of different actions may share a name). When memory runs

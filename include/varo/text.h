@@ -13,11 +13,11 @@ namespace varo_3_3 {
 /// blank; a caption that leaves no room stands alone on its line, however long it is.
 ///
 /// Lines break at blanks, and at every newline of the text; blanks and newlines in front of a line
-/// are dropped, so the text cannot make empty lines. A longer word is cut where the room ends.
-/// An empty text gives an empty result, without the caption. A width of 0 means lines of any
-/// length.
+/// are dropped, so the text makes no empty lines between its words. A longer word is cut where the
+/// room ends. An empty text gives an empty result, without the caption. A width of 0 means lines of
+/// any length.
 ///
-/// Throws std::out_of_range for a width of 1, which has room for nothing; std::length_error or
+/// Throws std::out_of_range for a width of 1, which has no room for a word; std::length_error or
 /// std::bad_alloc when the result cannot be held. Time is linear in the result.
 VARO_EXPORT std::string paragraphString(std::string text, std::string caption, unsigned long indent,
                                         unsigned long width);

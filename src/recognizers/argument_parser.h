@@ -39,7 +39,9 @@ public:
 
     /// Takes args[0], and what belongs to it, out of `args` and stores it. Sets `optionIndex` to
     /// the number of the option. On success `message` is empty or holds warnings, one a line;
-    /// otherwise it is the text for the user, args[0] is still there, and nothing of it is stored.
+    /// otherwise it is the text for the user, args[0] is still there, and nothing of it is stored
+    /// (of arguments that were taken before it in the same call, as kTakeTheRest has it, everything
+    /// is).
     virtual result_t parse(ArgumentList& args, IResultCollector* collector,
                            RegisteredOptionStorage& options, unsigned long& optionIndex,
                            std::string& message) = 0;

@@ -223,7 +223,7 @@ private:
         header->m_size = text != nullptr ? length + 1 : 0;
         header->m_count = 1;
         char* const payload = reinterpret_cast<char*>(header + 1);
-        if (length != 0) {
+        if (text != nullptr) {
             std::memcpy(payload, text, length);
         }
         payload[length] = '\0';

@@ -22,12 +22,12 @@ extern VARO_EXPORT std::ostream& ucout;
 
 namespace internal {
 
-/// Makes ucout ready for use, as <iostream> does for std::cout. Returns true.
-VARO_EXPORT bool prepare_console();
+/// Makes ucout ready for use, as the header iostream does for std::cout. Returns true.
+VARO_EXPORT bool prepareConsole();
 
 #ifndef VARO_BUILDING_LIBRARY
 /// Runs when a program that includes this header starts; so ucout can be used from then on.
-[[maybe_unused]] static bool const consoleIsReady = prepare_console();
+[[maybe_unused]] static bool const consoleIsReady = prepareConsole();
 #endif
 
 }  // namespace internal

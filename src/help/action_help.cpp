@@ -55,8 +55,8 @@ std::string actionHelp(RegisteredOptionStorage const& registry, std::string_view
 }
 
 std::string globalModifiersHelp(RegisteredOptionStorage const& registry, HelpStyle style) {
-    ShownOptions modifiers = getGlobalModifiers(registry);
-    return modifiers.empty() ? std::string() : formatOptions(registry, std::move(modifiers), style);
+    ShownOptions const modifiers = getGlobalModifiers(registry);
+    return modifiers.empty() ? std::string() : formatOptions(registry, modifiers, style);
 }
 
 }  // namespace varo_3_3

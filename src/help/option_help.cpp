@@ -96,7 +96,7 @@ std::string topicList(ShownOptions const& actions) {
 
 }  // namespace
 
-std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions options,
+std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions const& options,
                           HelpStyle style) {
     std::vector<ShownOptions> bySection(registry.sections().size());
     for (OptionDescription const* const option : options) {
@@ -139,7 +139,7 @@ std::string generalHelp(RegisteredOptionStorage const& registry, HelpStyle style
     for (auto const& record : registry.records()) {
         all.push_back(record.get());
     }
-    return formatOptions(registry, std::move(all), style);
+    return formatOptions(registry, all, style);
 }
 
 std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view topic,

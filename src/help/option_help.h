@@ -21,7 +21,7 @@ using ShownOptions = std::vector<OptionDescription const*>;
 
 /// The entries of `options` under the headings of their sections. Every section that the style
 /// shows has its heading; positional declarations have no entry.
-std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions options,
+std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions const& options,
                           HelpStyle style);
 
 /// The list of the actions or, when the style shows none, all options.

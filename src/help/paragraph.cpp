@@ -67,6 +67,7 @@ void appendParagraph(std::string& block, std::string_view text, std::string_view
     }
 }
 
+// NOLINTNEXTLINE(performance-unnecessary-value-param): the signature is a binary contract
 std::string paragraphString(std::string text, std::string caption, unsigned long indent,
                             unsigned long width) {
     std::string block;

@@ -17,7 +17,7 @@ std::ostream& ucout = std::cout;
 
 namespace internal {
 
-bool prepare_console() {
+bool prepareConsole() {
     std::ios_base::Init const standardStreams;
     return true;
 }
@@ -26,7 +26,7 @@ bool prepare_console() {
 
 void writeLine(std::initializer_list<std::string_view> parts) noexcept {
     try {
-        internal::prepare_console();
+        internal::prepareConsole();
         for (std::string_view const part : parts) {
             ucout.write(part.data(), static_cast<std::streamsize>(part.size()));
         }

@@ -122,11 +122,11 @@ result_t AbbreviationParser::takeNextAsValue(ArgumentList const& args,
                                    formatTokenMessage(args[0])}));
     }
     if (args[1].starts_with('-')) {
-        return fail(message,
-                    join({"Option '", option.firstName(),
-                          "' received value from the next argument: '", args[1],
-                          "', but it seems to be an option. Use '-option=value' declaration form"
-                          " or make sure that value is not missed"}));
+        return fail(
+            message,
+            join({"Option '", option.firstName(), "' received value from the next argument: '",
+                  args[1], "', but it seems to be an option. Use '-option=value' declaration form ",
+                  "or make sure that value is not missed"}));
     }
     value = args[1];
     varoLog(m_name, ": got value from the next argument: '", value, "'");

@@ -226,6 +226,10 @@ int runAll(int argc, char** argv) {
 
 /// varo_bench [FLAGS OF GOOGLE BENCHMARK], or varo_bench --once ROW/CONTESTANT SIZE.
 int main(int argc, char** argv) {
+    // What one repetition frees stays with the process for the next. Otherwise the allocator's
+    // thresholds decide who pays the kernel for the same pages again and again.
+    mallopt(M_MMAP_MAX, 0);
+    mallopt(M_TRIM_THRESHOLD, -1);
     bench::addRaces();
     bench::addOwnRows();
     bool const once = argc == 4 && std::string_view(argv[1]) == "--once";

@@ -1,0 +1,105 @@
+#include "support.h"
+
+namespace {
+
+using namespace mosaic2;
+using namespace varo_test;
+
+TEST(AllowedValues, AreMatchedWholeOrByTheirBeginning) {
+    varo::Parser const parser;
+    parser->option("mode", "", vtString, "")
+        ->allowValue("fast")
+        ->allowValue("fair")
+        ->allowValue({"fa", true})
+        ->allowValue("slow");
+    parser->option("size", "", vtS32, "")->allowValue(10)->allowValue(20.0)->allowValue("30");
+    auto const refused = [](std::string const& argument, std::string const& reason,
+                            std::string const& possible) {
+        return "Value validation problem in argument '--" + argument + "': " + reason +
+               ". Possible values follows: " + possible;
+    };
+    std::string const ambiguous = "Ambiguous value for option 'mode'",
+                      notAllowed = "Option 'mode' does not allow value 'Fast'",
+                      notASize = "Option 'size' does not allow value '",
+                      modes = "'fast', 'fair', 'fa'", sizes = "'10', '20', '30'";
+    check(parser, {{{"--mode=fast"}, 0, "", "mode", "'fast'"},
+                   {{"--mode=fas,fai"}, 0, "", "mode", "'fast' 'fair'"},
+                   {{"--mode=fa"}, 0, "", "mode", "'fa'"},
+                   {{"--mode=f"}, 2, refused("mode=f", ambiguous, modes)},
+                   {{"--mode", "Fast"}, 2, refused("mode", notAllowed, modes + ", 'slow'")},
+                   // Numbers are equal by value, and only strings are completed.
+                   {{"--size=10,20"}, 0, "", "size", "s32 10 s32 20"},
+                   {{"--size=30"}, 2, refused("size=30", notASize + "30'", sizes)},
+                   {{"--size=1"}, 2, refused("size=1", notASize + "1'", sizes)}});
+
+    varo::Result result = parser.createResult();
+    parse(parser, result, {"--mode=fas"});
+    EXPECT_STREQ(result.interface()->get("mode", 0, varo::kNoPosition).text(), "fas");
+}
+
+TEST(DeprecatedValues, AreReplacedOnceWithAWarning) {
+    varo::Parser const parser;
+    parser->option("mode,m", "", vtString, "")
+        ->allowValue("new")
+        ->allowDeprecatedValue("a", "b")
+        ->allowDeprecatedValue("b", "a")
+        ->allowDeprecatedValue("b", "second entry")
+        ->allowDeprecatedValue(5, "another kind");
+    parser->option("level", "", vtS32, "")
+        ->allowDeprecatedValue(1U, 2)
+        ->allowDeprecatedValue("x", 7)
+        ->allowDeprecatedValue(3.0, 4);
+    auto const warning = [](std::string const& text, std::string const& name,
+                            std::string const& replacement) {
+        return "Warning: '" + text + "' argument is deprecated for the option '-" + name +
+               "'. Use the '" + replacement + "' argument instead.";
+    };
+    std::string const aToB = warning("a", "mode", "b");
+    check(parser,
+          {{{"--mode=a"}, 0, aToB, "mode", "'b'"},
+           {{"--mode=b"}, 0, warning("b", "mode", "a"), "mode", "'a'"},
+           {{"--level=1,2"}, 0, warning("1", "level", "2"), "level", "s32 2 s32 2"},
+           {{"--level=+3", "-m=new,a"},
+            0,
+            warning("+3", "level", "4") + "\n" + aToB,
+            "mode",
+            "'new' 'b'"},
+           // A warning does not survive an error, nor the next parse.
+           {{"--mode=a", "--level"}, 2, "Option 'level' requires a value in argument: '--level'"},
+           {{"--level=9"}, 0, ""}});
+
+    varo::Parser const behind(varo::kOptionsAfterMarker);
+    behind->option("mode", "", vtString, "")->positional()->allowDeprecatedValue("a", "b");
+    check(behind, {{{"a", "--", "a"}, 0, aToB + "\n" + aToB, "mode", "'b' 'b'"}});
+}
+
+TEST(ValueIntake, SplitsAtTheSeparatorAndDropsEmptyPieces) {
+    varo::Parser const parser;
+    parser->option("list", "", vtString, "");
+    parser->option("n", "", vtS32, "");
+    parser->option("whole", "", vtString, "")->tokenize(':')->tokenize('\0');
+    parser->option("equals", "", vtString, "")->tokenize('=');
+    parser->option("dash", "", vtString, "")->tokenize('-');
+    parser->option("byte", "", vtString, "")->tokenize('\xa4');
+    check(parser,
+          {{{"--list=a,,b,"}, 0, "", "list", "'a' 'b'"},
+           {{"--list", ",a b"}, 0, "", "list", "'a b'"},
+           {{"--list=,,,"}, 2, "No value parsed in argument ',,,' for option 'list'"},
+           {{"--whole=a,b"}, 0, "", "whole", "'a,b'"},
+           {{"--equals=a=b"}, 0, "", "equals", "'a' 'b'"},
+           {{"--dash=-a-b"}, 0, "", "dash", "'a' 'b'"},
+           {{"--byte=x\xc3\xa4y"}, 0, "", "byte", "'x\xc3' 'y'"},
+           // One bad piece refuses the occurrence; earlier occurrences stay.
+           {{"--n=1", "--n=2,x"}, 2, cannotParse("--n=2,x", "n", "x", "integer"), "n", "s32 1"},
+           {{"--list=" + std::string(1000000, ',') + "x"}, 0, "", "list", "'x'"}});
+}
+
+TEST(ValueIntake, KeepsCommasWhenTheParserSaysSo) {
+    varo::Parser const parser(varo::kKeepCommas);
+    parser->option("list", "", vtString, "");
+    parser->option("split", "", vtString, "")->tokenize(',');
+    check(parser,
+          {{{"--list=a,b"}, 0, "", "list", "'a,b'"}, {{"--split=a,b"}, 0, "", "split", "'a' 'b'"}});
+}
+
+}  // namespace

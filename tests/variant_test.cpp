@@ -1,0 +1,216 @@
+#include <cmath>
+#include <cstdlib>
+#include <cwchar>
+#include <limits>
+#include <new>
+
+#include "support.h"
+
+namespace {
+
+using namespace mosaic2;
+using varo_test::show;
+
+variant_t tagged(int tag, std::int64_t bits) {
+    variant_t value;
+    value.m_value.m_signed = bits;
+    value.m_type = static_cast<das_variant_type_t>(tag);
+    return value;
+}
+
+variant_t::data_header_t& header(variant_t const& value) {
+    return static_cast<variant_t::data_header_t*>(value.m_value.m_data)[-1];
+}
+
+variant_t block(das_variant_type_t tag, void const* bytes, std::size_t size) {
+    variant_t value = variant_t::copy_of(static_cast<char const*>(bytes), size);
+    header(value).m_size = size;
+    value.m_type = tag;
+    return value;
+}
+
+variant_t wide(wchar_t const* text) {
+    return block(vtWString, text, (std::wcslen(text) + 1) * sizeof(wchar_t));
+}
+
+variant_t wideReference(wchar_t const* text) {
+    variant_t value = tagged(vtWStringRef, 0);
+    value.m_value.m_wide_text = text;
+    return value;
+}
+
+variant_t const kNull;
+
+TEST(Variant, OrdersAndComparesEveryKind) {
+    double const infinity = std::numeric_limits<double>::infinity();
+    struct Row {
+        variant_t left, right;
+        char relation;  // '<' before; '=' equal; '~' neither, whichever way round
+    };
+    std::vector<Row> const rows{
+        {-1, 0, '<'},
+        {1U, 0xFFFFFFFFU, '<'},
+        {-1LL, 0LL, '<'},
+        {1ULL, ~0ULL, '<'},
+        // Two kinds of integers: signed unless both are unsigned, and equal bit by bit.
+        {-1, 0U, '<'},
+        {~0ULL, 0, '<'},
+        {0U, ~0ULL, '<'},
+        {~0ULL, -1, '='},
+        {0xFFFFFFFFU, 0xFFFFFFFFULL, '='},
+        {true, 1, '='},
+        {tagged(5, 1), tagged(1, -1), '<'},
+        {tagged(4, -1), tagged(2, 1), '<'},
+        // A floating kind among them: by value, the unsigned ones never negative.
+        {1.5, 2, '<'},
+        {-1, -0.5, '<'},
+        {1.0, ~0ULL, '<'},
+        {~0ULL, 1.8446744073709551616e19, '='},
+        {tagged(10, variant_t(2.0).m_value.m_signed), 2.0, '='},
+        {-infinity, infinity, '<'},
+        {std::nan(""), 1.0, '~'},
+        // Strings by their text, whoever owns it.
+        {"a", "ab", '<'},
+        {"z", "\xC3\xA4", '<'},
+        {{"a", true}, "b", '<'},
+        {"same", {"same", true}, '='},
+        {static_cast<char const*>(nullptr), {nullptr, true}, '='},
+        {wide(L"a"), wide(L"ab"), '<'},
+        {wideReference(L"a"), wide(L"\U0001F600"), '<'},
+        {wide(L"\u00E4"), wideReference(L"\u00E4"), '='},
+        {block(vtBlob, "zz", 2), block(vtBlob, "aaa", 3), '<'},
+        {block(vtBlob, "a\0b", 3), block(vtBlob, "a\0c", 3), '<'},
+        {block(vtBlob, "a\0b", 3), block(vtBlob, "a\0b", 3), '='},
+        {kNull, kNull, '='},
+        // Between kinds the higher tag comes first.
+        {"1", 1, '<'},
+        {{"a", true}, wide(L"a"), '<'},
+        {wideReference(L"a"), "a", '<'},
+        {kNull, block(vtBlob, "a", 1), '<'},
+        {kNull, 1.0, '<'},
+    };
+    for (Row const& row : rows) {
+        SCOPED_TRACE(show(row.left) + row.relation + show(row.right));
+        EXPECT_EQ(row.left < row.right, row.relation == '<');
+        EXPECT_FALSE(row.right < row.left);
+        EXPECT_EQ(row.left == row.right, row.relation == '=');
+        EXPECT_EQ(row.right == row.left, row.relation == '=');
+        EXPECT_EQ(row.left != row.right, row.relation != '=');
+    }
+}
+
+int g_blocks = 0;
+
+/// Counts the blocks that exist.
+class Variants : public ::testing::Test {
+protected:
+    Variants() : m_old(variant_t::m_mem) {
+        g_blocks = 0;
+        variant_t::m_mem = {[](void* header) { --g_blocks, std::free(header); },
+                            [](std::size_t size) { return ++g_blocks, std::malloc(size); }};
+    }
+    ~Variants() override {
+        EXPECT_EQ(g_blocks, 0);
+        variant_t::m_mem = m_old;
+    }
+
+private:
+    variant_t::memory_functions_t m_old;
+};
+
+TEST_F(Variants, ShareAndFreeBlocks) {
+    variant_t text("four");
+    EXPECT_EQ(header(text).m_size, 5U);
+    EXPECT_EQ(header(text).m_count, 1);
+    {
+        variant_t const copy(text);
+        variant_t assigned(7);
+        assigned = copy;
+        EXPECT_EQ(header(text).m_count, 3);
+        EXPECT_EQ(assigned.m_value.m_data, text.m_value.m_data);
+        assigned = "other";
+        EXPECT_EQ(header(text).m_count, 2);
+        EXPECT_EQ(g_blocks, 2);
+    }
+    variant_t const& alias = text;
+    text = alias;
+    text = static_cast<variant_t&&>(const_cast<variant_t&>(alias));
+    EXPECT_EQ(header(text).m_count, 1);
+    EXPECT_EQ(show(text), "'four'");
+    text.free_data();
+    EXPECT_EQ(text.m_type, vtNull);
+    text.free_data();
+    EXPECT_EQ(g_blocks, 0);
+
+    variant_t const nothing(static_cast<char const*>(nullptr));
+    EXPECT_EQ(nothing.m_type, vtString);
+    EXPECT_EQ(header(nothing).m_size, 0U);
+    EXPECT_STREQ(nothing.get<char const*>(), "");
+    variant_t const borrowed("literal", true);
+    EXPECT_EQ(borrowed.m_type, vtStringRef);
+    EXPECT_EQ(g_blocks, 1);
+}
+
+class Object final : public object_t {
+public:
+    void retain() override {}
+    void release() override {
+        ++m_released;
+        variant_t const again(*m_alias);
+    }
+    int m_released = 0;
+    variant_t* m_alias = nullptr;
+};
+
+TEST_F(Variants, ReleaseAnObjectOnce) {
+    Object object;
+    object_t* const pointer = &object;
+    variant_t last = block(vtObject, &pointer, sizeof(pointer));
+    variant_t alias = tagged(vtObject, last.m_value.m_signed);  // not counted
+    object.m_alias = &alias;
+    {
+        variant_t const copy(last);
+        EXPECT_TRUE(copy == last);
+        last.free_data();
+        EXPECT_EQ(object.m_released, 0);
+    }
+    EXPECT_EQ(object.m_released, 1);
+    alias.m_type = vtNull;
+}
+
+std::string g_checks;
+
+TEST_F(Variants, ReportReadsOfAnotherKindAndGoOn) {
+    auto const oldHook = BRIX::debug::_private::assertion;
+    BRIX::debug::_private::assertion = [](char const* check, char const* file, int line,
+                                          char const* function) {
+        EXPECT_NE(std::string(file).find("variant"), std::string::npos);
+        EXPECT_GT(line, 0);
+        EXPECT_NE(std::string(function), "");
+        g_checks += std::string(check) + "; ";
+    };
+    g_checks.clear();
+    variant_t const wideNumber(0x100000007LL), real(1.0);
+    EXPECT_EQ(wideNumber.get<int>(), 7);
+    EXPECT_EQ(wideNumber.get<unsigned>(), 7U);
+    EXPECT_TRUE(real.get<bool>());
+    EXPECT_EQ(real.get<long long>(), 0x3FF0000000000000LL);
+    EXPECT_EQ(real.get<unsigned long long>(), 0x3FF0000000000000ULL);
+    EXPECT_EQ(tagged(vtNull, real.m_value.m_signed).get<double>(), 1.0);
+    EXPECT_EQ(kNull.get<char const*>(), nullptr);
+    // Reads that are allowed report nothing.
+    EXPECT_EQ(variant_t(~0ULL).get<double>(), 18446744073709551616.0);
+    EXPECT_EQ(variant_t(-1).get<unsigned>(), 0xFFFFFFFFU);
+    EXPECT_EQ(varo::Value("", 5, 0).as<char const*>(), nullptr);
+    EXPECT_FALSE(tagged(19, 0) < tagged(19, 0));
+    variant_t damaged = tagged(vtString, 0);
+    damaged.free_data();
+    EXPECT_EQ(damaged.m_type, vtNull);
+    EXPECT_EQ(g_checks,
+              "can_get<s32_t>(); can_get<u32_t>(); can_get<bool>(); can_get<s64_t>(); "
+              "can_get<u64_t>(); can_get<double>(); can_get<const char*>(); "
+              "m_type == vtNull && var.m_type == vtNull; m_value.m_data != NULL; ");
+    BRIX::debug::_private::assertion = oldHook;
+}
+
+}  // namespace

@@ -1,0 +1,86 @@
+#include "support.h"
+
+namespace {
+
+using namespace mosaic2;
+using namespace varo_test;
+
+std::string noInteger(std::string const& text) {
+    return cannotParse(text, "number", text, "integer");
+}
+
+TEST(Positional, FirstDeclarationTakesWhatNoOptionClaims) {
+    varo::Parser const parser(varo::kUnknownIsError);
+    parser->option("name", "", vtString, "");
+    check(parser, {{{"word"}, 2, "Unknown option: word"}, {{""}, 2, "Unknown option: "}});
+    parser->option("file", "", vtString, "")->positional()->positional();
+    parser->option("other", "", vtString, "")->positional();
+    check(parser, {{{"a", "--name=x", "b,c"}, 0, "", "file", "'a' 'b' 'c'"},
+                   {{"a", "--other=b"}, 0, "", "other", "'b'"},
+                   {{"", "a"}, 0, "", "file", "'a'"},
+                   {{""}, 0, "", "file", "null"},
+                   // Without the guard a mistyped option becomes a value.
+                   {{"-5", "--nam", "x", "-", "--typo=1"}, 0, "", "file", "'-5' '-' '--typo=1'"},
+                   {{"a", "--"}, 0, "", "file", "'a'"},
+                   {{","}, 2, "No value parsed in argument ',' for option 'file'"}});
+}
+
+TEST(Positional, DashGuardRefusesWhatLooksLikeAnOption) {
+    varo::Parser const strict(varo::kUnknownIsError | varo::kDashGuard);
+    varo::Parser const lenient(varo::kDashGuard);
+    varo::Parser const behind(varo::kUnknownIsError | varo::kDashGuard | varo::kOptionsAfterMarker);
+    for (varo::Parser const* parser : {&strict, &lenient, &behind}) {
+        (*parser)->option("number", "", vtS32, "")->positional();
+    }
+    check(strict, {{{"-5"}, 2, "Unknown option: -5", "number", "absent"},
+                   {{"1", "\u20135"}, 2, noInteger("\u20135"), "number", "s32 1"},
+                   {{"1", "--", "-5"}, 0, "", "number", "s32 1"}});
+    check(lenient, {{{"-5", "1"}, 0, "", "number", "s32 1"}});
+    check(behind, {{{"1", "--", "-5", "6"}, 0, "", "number", "s32 1 s32 -5 s32 6"},
+                   {{"--", "-5", "--", "7"}, 2, noInteger("--"), "number", "s32 -5"}});
+}
+
+TEST(Positional, MarkerHidesOptionsButNotPositionalValues) {
+    varo::Parser const parser(varo::kOptionsAfterMarker | varo::kUnknownIsError);
+    parser->option("name", "", vtString, "");
+    check(parser, {{{"--", "--name=x"}, 0, "", "name", "absent"}});
+    parser->option("file", "", vtString, "")->positional();
+    check(parser, {{{"a", "--", "--name=x", ""}, 0, "", "file", "'a' '--name=x'"},
+                   {{"a", "--", "--name=x"}, 0, "", "name", "absent"}});
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parse(parser, result, {"a", "--", "b", "-c"}), 0);
+    EXPECT_EQ(plainArguments(result), "b|-c|");
+}
+
+TEST(Positional, TakesTheRestAsOccurrencesOfTheirOwn) {
+    varo::Parser const parser(varo::kTakeTheRest | varo::kDashGuard | varo::kUnknownIsError);
+    parser->option("name", "", vtString, "");
+    parser->option("number", "", vtS32, "")->positional();
+    check(parser, {{{"--name=x", "1", "-2", "3"}, 0, "", "number", "s32 1 s32 -2 s32 3"},
+                   {{"-2", "1"}, 2, "Unknown option: -2"},
+                   {{"1", "--name=x", "3"}, 2, noInteger("--name=x"), "number", "s32 1"}});
+    varo::Parser const words(varo::kTakeTheRest);
+    words->option("word", "", vtString, "")->positional();
+    varo::Result result = words.createResult();
+    EXPECT_EQ(parse(words, result, {"a", "--word=b", "--", "c"}), 0);
+    EXPECT_EQ(contents(result, "word"), "'a' '--word=b' '--' 'c'");
+    EXPECT_EQ(plainArguments(result), "");
+    int occurrences = 0;
+    for (int from = 0; result.interface()->present("word", from, varo::kNoPosition);
+         ++occurrences) {
+        from = result.interface()->get("word", from, varo::kNoPosition).position() + 1;
+    }
+    EXPECT_EQ(occurrences, 4);
+}
+
+TEST(Positional, ReportsValuesButNoOption) {
+    varo::Parser const parser;
+    parser->option("file", "", vtString, "")->positional();
+    Observer observer;
+    parser->addHandler(&observer);
+    varo::Result result = parser.createResult();
+    parse(parser, result, {"a,b", "--file=c"});
+    EXPECT_EQ(observer.m_events, "value file=a; value file=b; option file; value file=c; ");
+}
+
+}  // namespace

@@ -1,0 +1,188 @@
+#include <climits>
+
+#include "support.h"
+
+namespace {
+
+using namespace mosaic2;
+using namespace varo_test;
+
+TEST(Driver, EmptyCommandLineAppliesDefaultsOnly) {
+    varo::Parser const parser(varo::kUnknownIsError);
+    parser->option("level", "", vtS32, "")->defaultValue(3);
+    for (int const count : {1, 0, -1, INT_MIN}) {
+        varo::Result result = parser.createResult();
+        EXPECT_EQ(parse(parser, result, {"--typo"}), 2);
+        EXPECT_STREQ(parser.error(), "Unknown option: --typo");
+        result = parser.createResult();
+        EXPECT_EQ(parser.parse(count, nullptr, result), 0);
+        EXPECT_EQ(contents(result, "level"), "default s32 3");
+        EXPECT_STREQ(parser.error(), "");
+    }
+}
+
+TEST(Driver, NullArgumentIsRefused) {
+    varo::Parser const parser;
+    parser->option("level", "", vtS32, "")->defaultValue(3);
+    char const* const argv[] = {"tool", "--level=1", nullptr};
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parser.parse(3, argv, result), varo::kUnusableArguments);
+    EXPECT_EQ(contents(result, "level"), "default s32 3");
+    EXPECT_EQ(parser.parse(2, argv, result), 0);
+    EXPECT_EQ(contents(result, "level"), "s32 1");
+}
+
+TEST(Driver, UnknownArgumentsAreDroppedOrAnError) {
+    varo::Parser const strict(varo::kUnknownIsError);
+    varo::Parser const lenient;
+    for (varo::Parser const* parser : {&strict, &lenient}) {
+        (*parser)->option("level", "", vtS32, "");
+    }
+    check(
+        strict,
+        {{{"--level=1", "--typo=x", "--level=2"}, 2, "Unknown option: --typo=x", "level", "s32 1"},
+         {{"varooption=varologenable=0"}, 2, "Unknown option: varooption=varologenable=0"},
+         {{"--level=1"}, 0, "", "level", "s32 1"}});
+    check(lenient, {{{"--typo=x", "", "word", "--level=2"}, 0, "", "level", "s32 2"}});
+}
+
+TEST(Driver, ErrorTextsStayAsLongAsTheParser) {
+    varo::Parser const parser(varo::kUnknownIsError);
+    std::vector<char const*> kept;
+    for (int index = 0; index < 1000; ++index) {
+        varo::Result none;
+        parse(parser, none, {std::to_string(index)});
+        kept.push_back(parser.error());
+    }
+    for (int index = 0; index < 1000; ++index) {
+        EXPECT_EQ(kept[index], "Unknown option: " + std::to_string(index));
+    }
+}
+
+TEST(Driver, FlagsThatItDoesNotKnowAreIgnored) {
+    varo::Parser const lenient(varo::Flags(static_cast<varo::CreationFlag>(INT_MIN | 0x7FFF0181)));
+    lenient->option("list", "", vtString, "");
+    check(lenient, {{{"--typo", "--list=a,b"}, 0, "", "list", "'a' 'b'"}});
+    varo::Parser const all(varo::Flags(static_cast<varo::CreationFlag>(-1)));
+    all->option("list", "", vtString, "")->positional();
+    check(all, {{{"a,b", "--list=c"}, 0, "", "list", "'a,b' '--list=c'"},
+                {{"-x"}, 2, "Unknown option: -x"}});
+}
+
+TEST(Driver, MarkerStartsPlainArguments) {
+    struct Row {
+        Arguments arguments;
+        std::string level, plain;
+    };
+    varo::Parser const parser(varo::kUnknownIsError);
+    parser->option("level", "", vtS32, "");
+    for (Row const& row :
+         std::vector<Row>{{{"--"}, "absent", ""},
+                          {{"--", "--level=1"}, "absent", "--level=1|"},
+                          {{"--level=1", "--", "a", "", "--", "-x"}, "s32 1", "a||--|-x|"}}) {
+        varo::Result result = parser.createResult();
+        EXPECT_EQ(parse(parser, result, row.arguments), 0);
+        EXPECT_EQ(contents(result, "level"), row.level);
+        EXPECT_EQ(plainArguments(result), row.plain);
+    }
+}
+
+TEST(Driver, ResultOfAnotherParserIsRefusedWithoutText) {
+    varo::Parser const other;
+    other->option("foreign", "", vtS32, "");
+    varo::Result result = other.createResult();
+    EXPECT_EQ(parse(other, result, {"--foreign=1"}), 0);
+    varo::Parser const parser;
+    parser->option("level", "", vtS32, "");
+    EXPECT_EQ(parse(parser, result, {"--level=1"}), varo::kRefused);
+    EXPECT_STREQ(parser.error(), "");
+    EXPECT_EQ(contents(result, "level"), "s32 1");
+}
+
+TEST(Trace, TellsWhatHappensToEachArgument) {
+    varo::Parser const parser;
+    parser->option("list,l", "", vtString, "")->allowValue("a")->allowValue("b");
+    parser->option("level", "", vtS32, "")->tokenize('\0');
+    Console const console;
+    varo::Result none;
+    EXPECT_EQ(parse(parser, none, {"varooption=varologenable=1", "typo", "--le", "5", "-l=a,x"}),
+              2);
+    EXPECT_EQ(console.text(), R"(PositionalOptionsParser: recognizing argument 'typo'
+AbbreviationParser: recognizing argument 'typo'
+ignoring typo
+PositionalOptionsParser: recognizing argument '--le'
+AbbreviationParser: recognizing argument '--le'
+AbbreviationParser: best match option for 'le' in argument '--le' is 'level'
+AbbreviationParser: parsing argument '--le'
+AbbreviationParser: detected option: 'level'
+AbbreviationParser: no value in the same argument, looking next
+AbbreviationParser: got value from the next argument: '5'
+AbbreviationParser: sent event on option parsed
+AbbreviationParser: adding values to result container:
+AbbreviationParser: not using tokenizer
+AbbreviationParser: sent event on value parsed, option: 'level', value: '5'
+AbbreviationParser: stored option to result container.
+AbbreviationParser: removing argument: '--le'
+AbbreviationParser: removing argument: '5'
+PositionalOptionsParser: recognizing argument '-l=a,x'
+AbbreviationParser: recognizing argument '-l=a,x'
+AbbreviationParser: best match option for 'l' in argument '-l=a,x' is 'l'
+AbbreviationParser: parsing argument '-l=a,x'
+AbbreviationParser: detected option: 'list'
+AbbreviationParser: value from the same argument taken: 'a,x'
+AbbreviationParser: sent event on option parsed
+AbbreviationParser: adding values to result container:
+AbbreviationParser: using tokenizer on char: ','
+AbbreviationParser: value is: 'a'
+AbbreviationParser: sent event on value parsed, option: 'list', value: 'a'
+AbbreviationParser: value is: 'x'
+AbbreviationParser: Value validation problem in argument '-l=a,x': Option 'list' does not allow value 'x'. Possible values follows: 'a', 'b'
+)");
+}
+
+TEST(Trace, ShowsAmbiguityAndPlainArguments) {
+    varo::Parser const parser(varo::kOptionsAfterMarker);
+    parser->option("file", "", vtString, "")->positional();
+    parser->option("fill", "", vtString, "");
+    Console const console;
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", "--", "p"}), 0);
+    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", "--fi"}), 2);
+    EXPECT_EQ(console.text(), R"(collectNonparsingArguments: stored argument: 'p'
+PositionalOptionsParser: recognizing argument 'p'
+collectNonparsingArguments: recognize result: 0, message: 
+PositionalOptionsParser: parsing argument 'p'
+PositionalOptionsParser: option is 'file'
+PositionalOptionsParser: adding values to result container:
+PositionalOptionsParser: using tokenizer on char: ','
+PositionalOptionsParser: value is: 'p'
+PositionalOptionsParser: sent event on value parsed, option: 'file', value: 'p'
+PositionalOptionsParser: stored option to result container.
+PositionalOptionsParser: removing argument: 'p'
+collectNonparsingArguments: parse result: 0, message: 
+PositionalOptionsParser: recognizing argument '--fi'
+AbbreviationParser: recognizing argument '--fi'
+AbbreviationParser: failed to get best match for 'fi' in argument '--fi':Ambiguous option, possible options are: 'file', 'fill'
+AbbreviationParser: parsing argument '--fi'
+AbbreviationParser: Ambiguous option 'fi' in argument: '--fi', could be: 'file', 'fill'
+)");
+}
+
+TEST(Trace, LastsForOneParseAndStartsWithTheFirstArgumentOnly) {
+    varo::Parser const parser(varo::kUnknownIsError);
+    parser->option("level", "", vtS32, "");
+    std::string const magic = "varooption=varologenable=1";
+    Console const console;
+    check(parser, {{{"--level=1", magic}, 2, "Unknown option: " + magic},
+                   {{magic + "1"}, 2, "Unknown option: " + magic + "1"},
+                   {{"--level=1"}, 0, ""}});
+    EXPECT_EQ(console.text(), "");
+    check(parser, {{{magic}, 0, ""}, {{magic, magic}, 2, "Unknown option: " + magic}});
+    std::string const traced = console.text();
+    EXPECT_NE(traced, "");
+    varo_3_3::internal::varoLogEnabled = true;
+    check(parser, {{{"--level=1"}, 0, "", "level", "s32 1"}});
+    EXPECT_EQ(console.text(), traced);
+}
+
+}  // namespace

@@ -1,0 +1,212 @@
+#include <algorithm>
+#include <memory>
+#include <stdexcept>
+
+#include "support.h"
+
+namespace {
+
+using namespace mosaic2;
+using namespace varo_test;
+
+/// A parser with three observers, called in this order.
+class Observers : public ::testing::Test {
+protected:
+    Observers() : m_parser(varo::kUnknownIsError), m_result(m_parser.createResult()) {
+        m_parser->option("level,l", "", vtS32, "");
+        m_parser->option("list", "", vtString, "");
+        m_parser->option("flag", "", vtBool, "");
+        for (Observer& observer : m_observers) {
+            m_parser->addHandler(&observer);
+        }
+    }
+
+    /// Lets the observer do something once, when it sees `event`.
+    void once(int index, std::string const& event, std::function<bool()> const& action) {
+        m_observers[index].m_reaction = [done = false, event,
+                                         action](std::string const& seen) mutable {
+            if (done || seen != event) {
+                return true;
+            }
+            done = true;
+            return action();
+        };
+    }
+
+    int parse(Arguments const& arguments) {
+        return varo_test::parse(m_parser, m_result, arguments);
+    }
+
+    varo::Parser m_parser;
+    varo::Result m_result;
+    Observer m_observers[3];
+};
+
+TEST_F(Observers, HearEventsInOrder) {
+    EXPECT_FALSE(m_parser->addHandler(&m_observers[0]));
+    EXPECT_FALSE(m_parser->addHandler(nullptr));
+    EXPECT_FALSE(m_parser->addHandler(m_parser.interface()));
+    EXPECT_TRUE(m_parser->removeHandler(&m_observers[2]));
+    EXPECT_FALSE(m_parser->removeHandler(&m_observers[2]));
+    EXPECT_FALSE(m_parser->removeHandler(nullptr));
+    EXPECT_EQ(parse({"-l=+1", "--list=a,,b", "--no-fl", "--list", "", "--", "--list=x"}), 0);
+    EXPECT_EQ(m_observers[0].m_events,
+              "option level; value level=+1; option list; value list=a; value list=b; option flag; "
+              "value flag=0; option list; ");
+    EXPECT_EQ(m_observers[1].m_events, m_observers[0].m_events);
+    EXPECT_EQ(m_observers[2].m_events, "");
+}
+
+TEST_F(Observers, KeepTextsAsLongAsTheParser) {
+    std::string const text(100, 't');
+    EXPECT_EQ(parse({"--list=" + text, "--" + text}), 2);
+    m_result = varo::Result();
+    std::string all;
+    for (char const* const kept : m_observers[0].m_texts) {
+        all += kept;
+    }
+    EXPECT_EQ(all, "list" + text + "--" + text);
+}
+
+TEST_F(Observers, RefuseValues) {
+    once(1, "value list=b", [] { return false; });
+    Console const console;
+    EXPECT_EQ(parse({"varooption=varologenable=1", "--list=x", "--list=a,b", "--level=1"}),
+              varo::kRefused);
+    std::string const text = "Value 'a,b' is not valid for option 'list' in argument '--list=a,b'";
+    EXPECT_EQ(m_parser.error(), text);
+    EXPECT_EQ(contents(m_result, "list"), "'x'");
+    EXPECT_EQ(contents(m_result, "level"), "absent");
+    std::string const last = m_observers[0].m_events.substr(m_observers[0].m_events.rfind("value"));
+    EXPECT_EQ(last, "value list=b; ");
+    EXPECT_EQ(m_observers[2].m_events, "option list; value list=x; option list; value list=a; ");
+    EXPECT_NE(console.text().find("AbbreviationParser" + text +
+                                  " One of the handler signaled the value is not valid.\n"),
+              std::string::npos);
+}
+
+TEST_F(Observers, VetoUnknownArgumentsTogether) {
+    once(0, "unknown -a", [] { return false; });
+    once(2, "option level", [] { return false; });  // without effect
+    EXPECT_EQ(parse({"-a", "--level=1", "-b"}), 2);
+    EXPECT_STREQ(m_parser.error(), "Unknown option: -b");
+    EXPECT_EQ(m_observers[2].m_events, "unknown -a; option level; value level=1; unknown -b; ");
+    EXPECT_EQ(contents(m_result, "level"), "s32 1");
+}
+
+TEST_F(Observers, RemoveEachOther) {
+    for (char const* const event : {"option level", "value level=1", "unknown -x"}) {
+        for (int remover = 0; remover < 3; ++remover) {
+            for (int removed = 0; removed < 3; ++removed) {
+                SCOPED_TRACE(event + std::to_string(remover) + std::to_string(removed));
+                varo::Parser const parser;
+                parser->option("level", "", vtS32, "");
+                std::unique_ptr<Observer> observers[3];
+                for (auto& observer : observers) {
+                    observer = std::make_unique<Observer>();
+                    parser->addHandler(observer.get());
+                }
+                std::sort(std::begin(observers), std::end(observers));
+                observers[remover]->m_reaction = [&](std::string const& seen) {
+                    if (seen == event && parser->removeHandler(observers[removed].get()) &&
+                        removed != remover) {
+                        observers[removed].reset();
+                    }
+                    return true;
+                };
+                varo::Result result = parser.createResult();
+                EXPECT_EQ(varo_test::parse(parser, result, {"--level=1", "-x", "--level=2"}), 0);
+                std::string const all =
+                    "option level; value level=1; unknown -x; option level; value level=2; ";
+                for (int index = 0; index < 3; ++index) {
+                    if (index != removed) {
+                        EXPECT_EQ(observers[index]->m_events, all);
+                    } else if (index == remover) {
+                        EXPECT_EQ(observers[index]->m_events,
+                                  all.substr(0, all.find(event) + std::string(event).size() + 2));
+                    }
+                }
+            }
+        }
+    }
+}
+
+TEST_F(Observers, AddOthers) {
+    Observer added;
+    once(1, "option level", [&] { return m_parser->addHandler(&added); });
+    EXPECT_EQ(parse({"--level=1", "--list=a"}), 0);
+    EXPECT_NE(added.m_events.find("option list; value list=a; "), std::string::npos);
+    EXPECT_EQ(m_observers[2].m_events, "option level; value level=1; option list; value list=a; ");
+}
+
+TEST_F(Observers, DeclareAndReplaceWhatIsInUse) {
+    once(0, "option level", [&] {
+        for (int index = 0; index < 1000; ++index) {
+            m_parser->option(("extra" + std::to_string(index)).c_str(), "", vtS32, "");
+        }
+        m_parser->setReplace(true);
+        m_parser->option("level,l", "another", vtString, "");
+        m_parser->option("list", "", vtS32, "")->synonym("lost");
+        return true;
+    });
+    once(1, "value list=7", [&] {
+        m_parser->option("list", "", vtString, "");
+        return true;
+    });
+    EXPECT_EQ(parse({"-l=1", "--extra999=5", "--list=7,8"}), 0) << m_parser.error();
+    EXPECT_EQ(contents(m_result, "level"), "s32 1");
+    EXPECT_EQ(contents(m_result, "extra999"), "s32 5");
+    EXPECT_EQ(contents(m_result, "list"), "s32 7 s32 8");
+    EXPECT_EQ(parse({"-l=x"}), 0);
+    EXPECT_EQ(contents(m_result, "level"), "s32 1 'x'");
+}
+
+TEST_F(Observers, QueryTheResultBeingFilled) {
+    std::string seen;
+    m_observers[1].m_reaction = [&](std::string const&) {
+        seen += contents(m_result, "level") + "; ";
+        m_result.interface()->next("level");
+        EXPECT_STREQ(m_parser->getErrorDesc(), "");
+        EXPECT_STRNE(m_parser->getDescription(false), "");
+        return true;
+    };
+    EXPECT_EQ(parse({"--level=1,2", "--level=3"}), 0);
+    EXPECT_EQ(seen, "absent; absent; absent; s32 1 s32 2; s32 1 s32 2; ");
+    EXPECT_EQ(contents(m_result, "level"), "s32 1 s32 2 s32 3");
+}
+
+TEST_F(Observers, ParseAgain) {
+    varo::Result other = m_parser.createResult();
+    once(0, "value list=a", [&] {
+        EXPECT_EQ(varo_test::parse(m_parser, other, {"--level=2", "--list=c", "--", "inner"}), 0);
+        EXPECT_EQ(parse({"--level=3", "--list=d", "-x"}), 2);
+        return true;
+    });
+    EXPECT_EQ(parse({"--level=1", "--list=a,b", "--", "outer"}), 0);
+    EXPECT_STREQ(m_parser.error(), "");
+    EXPECT_EQ(contents(m_result, "level"), "s32 1 s32 3");
+    // What the inner parse stored came first, though its positions are higher.
+    EXPECT_EQ(contents(m_result, "list"), "'d' 'a' 'b'");
+    int const inner = m_result.interface()->get("list", 0, varo::kNoPosition).position();
+    EXPECT_STREQ(m_result.interface()->get("list", 0, inner).text(), "a");
+    EXPECT_EQ(plainArguments(m_result), "outer|");
+    EXPECT_EQ(contents(other, "level"), "s32 2");
+    EXPECT_EQ(plainArguments(other), "inner|");
+}
+
+TEST_F(Observers, ThrowThroughTheParse) {
+    for (char const* const event : {"option level", "value level=1", "unknown -x"}) {
+        SCOPED_TRACE(event);
+        m_result = m_parser.createResult();
+        once(1, event, []() -> bool { throw std::runtime_error("mine"); });
+        EXPECT_EQ(parse({"--list=a", "--level=1", "-x"}), varo::kUnidentifiedProblem);
+        EXPECT_STREQ(m_parser.error(), "Unidentified problem detected.");
+        once(1, event, []() -> bool { throw 42; });
+        EXPECT_THROW(parse({"--list=b", "--level=1", "-x"}), int);
+        EXPECT_EQ(m_parser->parseStream("--list=c\n", m_result.interface()), 0);
+        EXPECT_STREQ(m_parser.error(), "");
+        EXPECT_EQ(contents(m_result, "list"), "'a' 'b' 'c'");
+    }
+}
+
+}  // namespace

@@ -1,0 +1,198 @@
+#include "support.h"
+
+namespace {
+
+using namespace mosaic2;
+using namespace varo_test;
+
+/// A parser that reads option files, with a positional option that shows all other arguments.
+varo::Parser fileParser(varo::Flags flags = varo::kKeepCommas) {
+    varo::Parser parser(flags);
+    parser->option("n", "", vtS32, "");
+    parser->option("word", "", vtString, "")->positional();
+    EXPECT_TRUE(parser->addOptionFileOption("Reads more arguments", "general"));
+    return parser;
+}
+
+std::string from(std::string const& path) {
+    return "--option-file=" + path;
+}
+
+std::string unreadable(std::string const& path) {
+    return "Error reading option file '" + path + "'";
+}
+
+TEST(Stream, HoldsOneArgumentPerLine) {
+    varo::Parser const parser(varo::kKeepCommas);
+    parser->option("word", "", vtString, "")->positional();
+    struct Row {
+        char const* text;
+        char const* words;
+    };
+    for (Row const& row : {
+             Row{nullptr, "absent"},
+             Row{"", "absent"},
+             Row{"\n \n\t\v\f\r\n;a\n  #b\n#", "absent"},
+             Row{"a", "'a'"},
+             Row{"a b\nc\n", "'a b' 'c'"},
+             Row{" \t\v\fa \t\nb\r\r\n\rc\rd\r", "'a \t' 'b' 'c\rd'"},
+             Row{"a #b\n\"c;\"\\\n-- \n", "'a #b' '\"c;\"\\' '-- '"},
+             Row{"\xC2\xA0x\n\xEF\xBB\xBFy", "'\xC2\xA0x' '\xEF\xBB\xBFy'"},
+             Row{"--word one\n--word=two\n--word\nthree", "'one' 'two' 'three'"},
+         }) {
+        SCOPED_TRACE(row.text != nullptr ? row.text : "null");
+        varo::Result result = parser.createResult();
+        EXPECT_EQ(parser->parseStream(row.text, result.interface()), 0);
+        EXPECT_EQ(contents(result, "word"), row.words);
+    }
+}
+
+TEST(Stream, IsParsedWithoutDefaultsLikeArguments) {
+    varo::Parser const parser(varo::kUnknownIsError);
+    parser->option("level", "", vtS32, "")->defaultValue(3);
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parser->parseStream("tool\n", result.interface()), 2);
+    EXPECT_STREQ(parser.error(), "Unknown option: tool");
+    EXPECT_EQ(parser->parseStream("", result.interface()), 0);
+    EXPECT_STREQ(parser.error(), "");
+    EXPECT_EQ(contents(result, "level"), "absent");
+    Console const console;
+    EXPECT_EQ(parser->parseStream("varooption=varologenable=1\n--\na\r\n", result.interface()), 0);
+    EXPECT_EQ(console.text(), "collectNonparsingArguments: stored argument: 'a'\n");
+    EXPECT_EQ(parser->parseStream("--level=x", nullptr), 2);
+}
+
+TEST(OptionFiles, ContinueTheCommandLine) {
+    Directory const directory;
+    varo::Parser const parser = fileParser();
+    std::string const third = directory.write("third", "c\n--n=3\n--\nplain 3\n");
+    std::string const second = directory.write("second,", "\xEF\xBB\xBF*\n" + from(third) + "\n");
+    std::string const first =
+        directory.write("first", "# comment\r\n\r\n--n=1\r\na\xff\r\n" + from(second) +
+                                     "\r\n--\r\n--n=9\r\n--\r\n");
+    std::string const other = directory.write("other", "d\n");
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parse(parser, result, {from(first), "x", from(other), from(third), "--", "p"}), 0)
+        << parser.error();
+    EXPECT_EQ(contents(result, "word"), "'x' 'a\xff' 'd' 'c' '*' 'c'");
+    EXPECT_EQ(contents(result, "n"), "s32 1 s32 3 s32 3");
+    EXPECT_EQ(plainArguments(result), "p|--n=9|--|plain 3|plain 3|");
+    // What an earlier parse read is not read again.
+    EXPECT_EQ(parse(parser, result, {"y"}), 0);
+    EXPECT_EQ(contents(result, "n"), "s32 1 s32 3 s32 3");
+    EXPECT_EQ(parse(parser, result, {from(other)}), 0);
+    EXPECT_EQ(contents(result, "word"), "'x' 'a\xff' 'd' 'c' '*' 'c' 'y' 'd'");
+}
+
+TEST(OptionFiles, ErrorsEndTheParseWhereTheyAre) {
+    Directory const directory;
+    varo::Parser const parser =
+        fileParser(varo::kKeepCommas | varo::kDashGuard | varo::kUnknownIsError);
+    std::string const bad = directory.write("bad", "--n=2\n--typo\n--n=3\n");
+    std::string const withNul = directory.write("nul", std::string("--n=2\0\n--n=3\n", 13));
+    std::string const missing = directory.path("missing");
+    std::string const longName = directory.path(std::string(5000, 'x'));
+    check(parser,
+          {{{"--n=1", from(bad), from(missing)}, 2, "Unknown option: --typo", "n", "s32 1 s32 2"},
+           {{"--n=1", from(missing), "a"}, 6, unreadable(missing), "word", "'a'"},
+           {{from(directory.path("."))}, 6, unreadable(directory.path("."))},
+           {{from(longName)}, 6, unreadable(longName)},
+           {{from(withNul)}, 6, unreadable(withNul), "n", "absent"},
+           {{"--option-file", ""}, 0, ""},
+           // An empty size is not an empty file.
+           {{from("/proc/sys/kernel/ostype")}, 0, "", "word", "'Linux'"}});
+}
+
+TEST(OptionFiles, MayNotIncludeThemselves) {
+    Directory const directory;
+    varo::Parser const parser = fileParser();
+    std::string const link = directory.path("link");
+    std::string const file = directory.write("file", "--n=1\n" + from(link) + "\n");
+    std::filesystem::create_symlink("file", link);
+    std::string const around = directory.path("./a");
+    std::string const a = directory.write("a", from(directory.path("b")));
+    directory.write("b", from(around));
+    std::string const twice = directory.write("twice", from(directory.path("leaf")));
+    directory.write("leaf", "w\n");
+    check(
+        parser,
+        {{{from(file)}, 6, "Option file '" + link + "' includes itself", "n", "s32 1"},
+         {{from(a)}, 6, "Option file '" + around + "' includes itself"},
+         {{from(twice), from(twice), from(directory.path("leaf"))}, 0, "", "word", "'w' 'w' 'w'"}});
+}
+
+TEST(OptionFiles, AreLimitedInNumberAndLeaveNothingOpen) {
+    Directory const directory;
+    varo::Parser const parser = fileParser();
+    std::string const leaf = directory.write("f12", "--n=1\n");
+    for (int index = 11; index >= 0; --index) {
+        std::string const next = from(directory.path("f" + std::to_string(index + 1)));
+        directory.write("f" + std::to_string(index), next + "\n" + next + "\n");
+    }
+    auto const openFiles = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    auto const before = openFiles();
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parse(parser, result, Arguments(1000, from(leaf))), 0);
+    EXPECT_EQ(parse(parser, result, Arguments(1001, from(leaf))), 6);
+    EXPECT_EQ(parser.error(), unreadable(leaf));
+    EXPECT_EQ(parse(parser, result, {from(directory.path("f0"))}), 6);
+    for (int index = 0; index < 100; ++index) {
+        EXPECT_EQ(parse(parser, result, {from(directory.path("."))}), 6);
+        EXPECT_EQ(parse(parser, result, {from(directory.path("missing"))}), 6);
+    }
+    EXPECT_EQ(openFiles(), before);
+}
+
+TEST(OptionFiles, AreSplitFromOneValueLikeAnyOther) {
+    Directory const directory;
+    varo::Parser const parser = fileParser(varo::Flags());
+    std::string const a = directory.write("a", "--n=1,2\n"), b = directory.write("b", "--n=3\n");
+    check(parser, {{{from(b + "," + a)}, 0, "", "n", "s32 3 s32 1 s32 2"}});
+}
+
+TEST(OptionFiles, NeedTheirDeclarationOrTheHosts) {
+    Directory const directory;
+    std::string const file = directory.write("file", "--n=1\n");
+    std::string const other = directory.write("other", "--n=2\n");
+    varo::Parser const own(varo::kUnknownIsError);
+    own->option("n", "", vtS32, "");
+    check(own, {{{from(file)}, 2, "Unknown option: " + from(file)}});
+    own->option("option-file,f", "", vtString, "")->defaultValue(other.c_str());
+    check(own, {{{from(file)}, 0, "", "n", "absent"}});
+    EXPECT_FALSE(own->addOptionFileOption("", ""));
+    check(own, {{{"-f", file}, 0, "", "n", "s32 1"}, {{"--n=5"}, 0, "", "n", "s32 5 s32 2"}});
+    own->setReplace(true);
+    own->option("option-file,f", "", vtString, "")->defaultValue("");
+    check(own, {{{"--n=5"}, 6, unreadable(""), "n", "s32 5"}});
+
+    varo::Parser const numbers;
+    numbers->option("option-file", "", vtS32, "");
+    numbers->addOptionFileOption("", "");
+    check(numbers, {{{"--option-file=5"}, 0, "", "option-file", "s32 5"}});
+}
+
+TEST(OptionFiles, AreReadWhateverTheObserversAsk) {
+    Directory const directory;
+    varo::Parser const parser = fileParser();
+    std::string const b = directory.write("b", "--n=2\n");
+    std::string const a = directory.write("a", "--n=1\n" + from(b) + "\n");
+    varo::Result result = parser.createResult();
+    Observer observer;
+    observer.m_reaction = [&](std::string const&) {
+        contents(result, "option-file");
+        result.interface()->get("n", 0, varo::kNoPosition);
+        return true;
+    };
+    parser->addHandler(&observer);
+    Console const console;
+    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", from(a), from(b)}), 0);
+    EXPECT_EQ(contents(result, "n"), "s32 1 s32 2 s32 2");
+    // The trace ends where the first file begins.
+    EXPECT_EQ(console.text().find("--n"), std::string::npos);
+    EXPECT_NE(observer.m_events.find("option n; value n=1; option option-file; "),
+              std::string::npos);
+}
+
+}  // namespace

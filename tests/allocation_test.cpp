@@ -1,0 +1,356 @@
+// Every allocation of a scenario fails in turn, once or together with all that follow. A call that
+// reports success must have done its whole work; any other leaves parser and result fit for use.
+
+#include "failing_memory.h"
+#include "support.h"
+#include "varo/text.h"
+
+namespace {
+
+using namespace varo_test;
+
+/// One trial of a scenario, with memory failing during the calls that it puts to the test.
+class Trial {
+public:
+    Trial(long allocations, unsigned sources, bool onlyOnce) : m_sources(sources) {
+        memory::failAfter(allocations, 0, onlyOnce);
+    }
+
+    /// Makes a call to be tested. False if it threw std::bad_alloc.
+    template <class Call>
+    bool attempt(Call call) {
+        bool isDone = true;
+        memory::sources = m_sources;
+        try {
+            call();
+        } catch (std::bad_alloc const&) {
+            isDone = false;
+        }
+        m_sources = std::exchange(memory::sources, 0);
+        return isDone;
+    }
+
+    void endFailures() { m_sources = 0; }
+
+    std::string m_notes;  ///< What came of the calls that were done.
+
+private:
+    unsigned m_sources;
+};
+
+/// Makes the calls to be tested and returns whether all were done. `expected` are the notes of the
+/// run without failures, "" in that run itself.
+using Scenario = std::function<bool(Trial& trial, std::string const& expected)>;
+
+void exhaust(Scenario const& scenario) {
+    Trial undisturbed(0, 0, true);
+    ASSERT_TRUE(scenario(undisturbed, ""));
+    for (unsigned const kind : {0, 1, 2, 3, 4, 5}) {
+        unsigned const sources = 1 + kind / 2;  // operator new, variants, both
+        for (long allocations = 0;; ++allocations) {
+            SCOPED_TRACE(testing::Message() << "kind " << kind << ", allocation " << allocations);
+            long const outstanding = memory::outstanding;
+            {
+                Trial trial(allocations, sources, kind % 2 == 0);
+                bool const isDone = scenario(trial, undisturbed.m_notes);
+                EXPECT_TRUE(isDone || memory::failed);
+                EXPECT_EQ(isDone ? trial.m_notes : undisturbed.m_notes, undisturbed.m_notes);
+            }
+            EXPECT_TRUE(memory::outstanding == outstanding || testing::Test::HasFailure());
+            if (!memory::failed || testing::Test::HasFailure()) {
+                break;
+            }
+        }
+    }
+}
+
+constexpr char kLong[] = "a text that does not fit into a string object itself";
+
+/// A parser with declarations of every kind.
+class Host {
+public:
+    Host(varo::Flags flags, bool isObserved) : m_parser(flags) {
+        using namespace mosaic2;
+        m_parser->option("verbose,v", "Says more", vtBool, "general:General options");
+        m_parser->option("level,l", "Depth", vtS32, "general")->defaultValue(3);
+        m_parser->option("list", "Words", vtString, "")->defaultValue(kLong);
+        m_parser->modifier("mode", "run", "How to run it", vtString, "general")
+            ->allowValue("quickly and without any care")
+            ->allowValue("slowly")
+            ->allowDeprecatedValue("fast", "quickly and without any care");
+        m_parser->option("input", "Files", vtString, "")->positional();
+        m_parser->action("run,r", "Runs", vtNull, "actions");
+        m_parser->action("report", "Reports", vtNull, "actions");
+        m_parser->addOptionFileOption("Reads arguments", "general");
+        if (isObserved) {
+            m_parser->addHandler(&m_observer);
+        }
+    }
+
+    varo::Parser m_parser;
+    Observer m_observer;
+};
+
+/// All that a result holds, a line for each option: values of one occurrence are joined by ",", and
+/// each occurrence and each plain argument ends with ";".
+std::vector<std::string> linesOf(varo::Result& result) {
+    std::vector<std::string> lines;
+    for (char const* const name :
+         {"verbose", "level", "list", "mode", "input", "run", "option-file"}) {
+        std::string line;
+        int last = varo::kNoPosition;
+        for (varo::Value const& value : result.values(name)) {
+            line += line.empty() ? "" : value.position() == last + 1 ? "," : ";";
+            line += std::string(value.text()) + "=" + show(value.value());
+            last = value.position();
+        }
+        std::string const held = contents(result, name);
+        lines.push_back(!line.empty() ? line + ";" : held != "absent" ? held : "");
+    }
+    lines.push_back("");
+    for (char const* const argument : result.arguments()) {
+        lines.back() += std::string(argument) + ";";
+    }
+    return lines;
+}
+
+std::string join(int code, std::string const& error, std::vector<std::string> const& lines) {
+    std::string joined = std::to_string(code) + " " + error;
+    for (std::string const& line : lines) {
+        joined += "\n" + line;
+    }
+    return joined;
+}
+
+/// Whether what a parse stored before memory ran out is the beginning of what a whole one stores.
+bool areBeginnings(std::vector<std::string> const& lines, std::vector<std::string> const& whole) {
+    return std::equal(lines.begin(), lines.end(), whole.begin(), whole.end(),
+                      [](std::string const& line, std::string const& wholeLine) {
+                          return line.starts_with("default") || wholeLine.starts_with(line);
+                      });
+}
+
+/// Parses the arguments, or the text if there is one, as a host with and without an observer does.
+void exhaustParse(varo::Flags flags, Arguments const& arguments, char const* text = nullptr) {
+    std::vector<char const*> argv{"tool"};
+    for (std::string const& argument : arguments) {
+        argv.push_back(argument.c_str());
+    }
+    for (bool const isObserved : {false, true}) {
+        exhaust([&](Trial& trial, std::string const& expected) {
+            Host const host(flags, isObserved);
+            varo::Parser const& parser = host.m_parser;
+            auto const parseInto = [&](varo::Result& result) {
+                return text != nullptr ? parser->parseStream(text, result.interface())
+                                       : parser.parse(int(argv.size()), argv.data(), result);
+            };
+            varo::Result result = parser.createResult();
+            int code = -1;
+            trial.attempt([&] { code = parseInto(result); });
+            bool const isDone = code != -1 && code != 3 && code != 4;
+            char const* error = nullptr;
+            EXPECT_TRUE(trial.attempt([&] { error = parser.error(); }));
+            EXPECT_TRUE(code != 4 || *error != '\0');
+            std::vector<std::string> const lines = linesOf(result);
+            trial.m_notes = join(code, parser.error(), lines);
+
+            varo::Result again = parser.createResult();
+            code = parseInto(again);
+            std::vector<std::string> const whole = linesOf(again);
+            EXPECT_TRUE(expected.empty() || join(code, parser.error(), whole) == expected);
+            EXPECT_TRUE(areBeginnings(lines, whole));
+            return isDone;
+        });
+    }
+}
+
+TEST(FailingMemory, CreationReportsIt) {
+    exhaust([](Trial& trial, std::string const&) {
+        varo::IParser* parser = nullptr;
+        varo::IParseResult* result = nullptr;
+        int code = 0;
+        EXPECT_TRUE(trial.attempt([&] {
+            code = varo::createParser(&parser, 0);
+            code = code == 0 ? parser->createResult(&result) : code;
+            result != nullptr ? result->destroy() : void();
+            parser != nullptr ? parser->destroy() : void();
+        }));
+        EXPECT_EQ(code, result != nullptr ? 0 : varo::kUnusableArguments);
+        return code == 0;
+    });
+}
+
+/// A declaration or refinement; `last` is the declaration made last. Answers whether it took
+/// effect.
+using Step = bool (*)(varo::IParser* parser, varo::IOption*& last);
+
+constexpr Step kSteps[] = {
+    [](varo::IParser* parser, varo::IOption*& last) {
+        last = parser->option("first-option,f", "A description of it", mosaic2::vtString,
+                              "general:The text of a section");
+        return parser->isOptionDeclared("f", false, "general");
+    },
+    [](auto, auto& last) { return last->synonym("another-name-of-the-first") == last; },
+    [](auto, auto& last) { return last->allowValue("short") == last; },
+    [](auto, auto& last) { return last->allowValue(kLong) == last; },
+    [](auto, auto& last) { return last->allowDeprecatedValue("old value", kLong) == last; },
+    [](auto, auto& last) { return last->defaultValue("a default value") == last; },
+    [](varo::IParser* parser, varo::IOption*& last) {
+        last = parser->action("run,r", "Runs something", mosaic2::vtNull, "actions:Section text");
+        return parser->isOptionDeclared("run", true, nullptr);
+    },
+    [](varo::IParser* parser, varo::IOption*& last) {
+        last = parser->modifier("modifier-of-run", "run,an-action-of-a-long-name",
+                                "Says how to run", mosaic2::vtBool, "general");
+        return parser->isOptionDeclared("modifier-of-run", false, nullptr);
+    },
+    [](auto, auto& last) { return last->tag("report,another-action-of-a-long-name") == last; },
+    [](auto* parser, auto&) { return parser->addOptionFileOption("Reads a file", "general:New"); },
+    [](auto* parser, auto&) {
+        return parser->allowSimultaneousActions({"run", kLong}) == 1;
+    },
+    [](auto* parser, auto&) {
+        static Observer observer;
+        return parser->addHandler(&observer);
+    },
+    [](varo::IParser* parser, varo::IOption*& last) {
+        parser->setReplace(true);
+        last = parser->action("run,r", "Runs something else", mosaic2::vtNull, "other:Text");
+        return parser->isOptionDeclared("run", true, "other");
+    }};
+
+TEST(FailingMemory, DeclarationsAreMadeWholeOrNotAtAll) {
+    auto const helpOf = [](varo::Parser const& parser) {
+        return std::string(parser->getGlobalModifiersDescription(false)) +
+               parser->getActionModifiersDescription("run", false) + parser->getDescription(false);
+    };
+    exhaust([&](Trial& trial, std::string const&) {
+        varo::Parser const parser;
+        varo::IOption* last = nullptr;
+        for (Step const step : kSteps) {
+            std::string const before = helpOf(parser);
+            bool isDone = false;
+            trial.attempt([&] { isDone = step(parser.interface(), last); });
+            if (!isDone) {
+                EXPECT_TRUE(memory::failed);
+                EXPECT_EQ(helpOf(parser), before);
+                trial.endFailures();
+                EXPECT_TRUE(step(parser.interface(), last));
+            }
+            trial.m_notes += helpOf(parser);
+        }
+        varo::Result result = parser.createResult();
+        int const code = parser->parseStream("--run\n--modifier\n--another=old value\n--first=sh",
+                                             result.interface());
+        trial.m_notes += join(code, parser.error(), {contents(result, "f")});
+        return true;
+    });
+}
+
+TEST(FailingMemory, ParsesFailOrDoAll) {
+    Arguments const everything{"--verb", "--no-v",   "--level=1,2", "-l",    "7",    "--list",
+                               kLong,    "--mode=q", "--mode=fast", "--run", "file", "other,file"};
+    exhaustParse({}, everything);
+    exhaustParse(varo::kKeepCommas | varo::kDashGuard, everything);
+    exhaustParse(varo::kTakeTheRest, {"--run", "one", "two", "--", "-three", kLong});
+    exhaustParse(varo::kOptionsAfterMarker, {"--run", "--", "-one", kLong, "--level=1"});
+    exhaustParse({}, {"--run", "--list=a,b", "--list=c", "--", kLong, "-plain"});
+    exhaustParse({}, {});
+    Console const console;
+    exhaustParse({}, {"varooption=varologenable=1", "--run", "--list=a", "b", "--", "c"});
+}
+
+TEST(FailingMemory, FailingParsesKeepTheirTexts) {
+    for (Arguments const& arguments : std::vector<Arguments>{{"--unknown-option-of-a-long-name"},
+                                                             {"--l=3"},
+                                                             {"--level=1,2,three"},
+                                                             {"--level"},
+                                                             {"--level", "--run"},
+                                                             {"--verbose=yes-or-no-or-something"},
+                                                             {"--mode=a value that is not allowed"},
+                                                             {"--list=,,,,"},
+                                                             {"--list=a"},
+                                                             {"--run", "--report"},
+                                                             {"--report", "--mode=slowly"}}) {
+        exhaustParse(varo::kUnknownIsError | varo::kDashGuard, arguments);
+    }
+}
+
+TEST(FailingMemory, OptionFilesAndTextsAreReadWhole) {
+    Directory const directory;
+    std::string const inner =
+        directory.write("inner", "--list=" + std::string(kLong) + "\n--run\n");
+    std::string const outer =
+        directory.write("outer", "# comment\n--option-file=" + inner + "\nplain\n--\nrest\n");
+    std::string const circle = directory.path("circle");
+    directory.write("circle", "--level=1\n--option-file=" + circle + "\n");
+    exhaustParse({}, {"--option-file=" + outer, "--level=2"});
+    exhaustParse({}, {"--run", "--option-file=" + circle});
+    exhaustParse({}, {"--run", "--option-file=" + directory.path("missing")});
+    std::string const text = "--run\n--level 4\n--list=" + std::string(kLong) + "\n--\nplain\n";
+    exhaustParse({}, {}, text.c_str());
+    exhaustParse({}, {}, ("--option-file=" + outer).c_str());
+}
+
+TEST(FailingMemory, HelpIsWholeOrSaysSo) {
+    using Help = char const* (*)(varo::IParser*);
+    for (Help const help :
+         {Help([](auto parser) { return parser->getDescription(false); }),
+          Help([](auto parser) { return parser->getDescription("mode", false); }),
+          Help([](auto parser) { return parser->getDescription("unknown", false); }),
+          Help([](auto parser) { return parser->getActionModifiersDescription("run", false); }),
+          Help([](auto parser) { return parser->getActionModifiersDescription("no", false); }),
+          Help([](auto parser) { return parser->getGlobalModifiersDescription(false); }),
+          Help([](auto parser) { return parser->getErrorDesc(); })}) {
+        exhaust([help](Trial& trial, std::string const& expected) {
+            Host const host({}, false);
+            varo::IParser* const parser = host.m_parser.interface();
+            parser->parseStream("--level=none of the numbers that there are", nullptr);
+            char const* text = "Unknown error handled.";
+            trial.attempt([&] { text = help(parser); });
+            trial.m_notes = text;
+            bool const isDone =
+                trial.m_notes != "Unknown error handled." && trial.m_notes != "Out of memory.";
+            EXPECT_TRUE(isDone || expected.empty() || help(parser) == expected);
+            return isDone;
+        });
+    }
+}
+
+TEST(FailingMemory, QueriesNeedNoMemory) {
+    using Query = varo::Value (*)(varo::IParseResult*);
+    constexpr int kEnd = varo::kNoPosition;
+    exhaust([](Trial& trial, std::string const&) {
+        Host const host({}, false);
+        varo::Result result = host.m_parser.createResult();
+        host.m_parser->parseStream("--run\n-l=1,2\n-v\n--list=a\n--\nplain", result.interface());
+        for (Query const query :
+             {Query([](auto held) { return held->get("v", 0, kEnd); }),
+              Query([](auto held) { return held->get("level", 0, kEnd); }),
+              Query([](auto held) { return held->next("level"); }),
+              Query([](auto held) { return varo::getLastValue(held, "l", 0, kEnd); }),
+              Query([](auto held) { return varo::Value("", held->present("no", 0, kEnd), 0); }),
+              Query([](auto held) {
+                  char const* text = nullptr;
+                  held->getFirstArgument(&text);
+                  return varo::Value(text, held->getNextArgument(&text), 0);
+              })}) {
+            varo::Value value;
+            EXPECT_TRUE(trial.attempt([&] { value = query(result.interface()); }));
+            trial.m_notes += std::string(value.text()) + " " + show(value.value()) + "\n";
+        }
+        return true;
+    });
+}
+
+TEST(FailingMemory, WrappedTextIsWholeOrThrows) {
+    exhaust([](Trial& trial, std::string const&) {
+        bool const isDone = trial.attempt([&] {
+            trial.m_notes =
+                varo::WordWrappedText("a caption of several words", kLong, 10, 40).getText();
+        });
+        return isDone;
+    });
+}
+
+}  // namespace

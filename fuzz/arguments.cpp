@@ -1,0 +1,30 @@
+// An argument vector for declarations, both from the input. No declaration reads option files.
+
+#include <algorithm>
+
+#include "event_recorder.h"
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size) {
+    fuzz::Input input(data, size);
+    varo::Flags const flags = input.flags();
+    varo::Parser const parser(flags);
+    varo::Result const result = parser.createResult();
+    fuzz::EventRecorder recorder(input.number());
+    parser->addHandler(&recorder);
+    for (unsigned count = input.number(6); count > 0; --count) {
+        recorder.watch(fuzz::declare(parser, input));
+    }
+    parser->allowSimultaneousActions({"a", "b"});
+    std::vector<std::string> const arguments = input.arguments('\0');
+    int const code = fuzz::parse(parser, arguments, result.interface());
+    recorder.check(code, parser, result);
+
+    // The plain arguments are those behind the first end marker; on failure, the first of them.
+    auto behind = std::find(arguments.begin() + 1, arguments.end(), "--");
+    behind += behind != arguments.end() ? 1 : 0;
+    for (char const* const plain : result.arguments()) {
+        REQUIRE(behind != arguments.end() && *behind++ == plain);
+    }
+    REQUIRE(behind == arguments.end() || code != 0 || flags.has(varo::kTakeTheRest));
+    return 0;
+}

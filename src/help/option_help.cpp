@@ -98,13 +98,17 @@ std::string topicList(ShownOptions const& actions) {
 
 std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions const& options,
                           HelpStyle style) {
+    constexpr std::size_t kUsualCaption = 80;  // with the blanks in front of further lines
     std::vector<ShownOptions> bySection(registry.sections().size());
+    std::size_t expectedSize = 0;
     for (OptionDescription const* const option : options) {
+        expectedSize += option->m_description.size() * 3 / 2 + kUsualCaption;
         if (!option->m_isPositional) {
             bySection[registry.sectionNumber(option->m_section)].push_back(option);
         }
     }
     std::string help;
+    help.reserve(expectedSize);
     for (std::size_t number = 0; number < bySection.size(); ++number) {
         auto const& [name, text] = registry.sections()[number];
         if (!style.shows(name)) {
@@ -118,7 +122,8 @@ std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions 
         }
         ShownOptions& shown = bySection[number];
         std::sort(shown.begin(), shown.end(), [](auto const* left, auto const* right) {
-            return *left < *right || (!(*right < *left) && left->m_index < right->m_index);
+            int const order = left->firstName().compare(right->firstName());
+            return order < 0 || (order == 0 && left->m_index < right->m_index);
         });
         for (OptionDescription const* const option : shown) {
             appendEntry(help, *option, style);

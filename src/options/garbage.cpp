@@ -1,6 +1,7 @@
 #include "options/garbage.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace varo_3_3 {
 
@@ -45,6 +46,17 @@ char const* Garbage::keep(std::string_view text) {
     text.copy(place, text.size());
     place[text.size()] = '\0';
     return place;
+}
+
+char const* Garbage::adopt(std::string text) {
+    constexpr std::size_t kLong = 64;
+    if (text.size() < kLong) {
+        return init(text);
+    }
+    if (m_adopted.empty() || m_adopted.back() != text) {
+        m_adopted.push_back(std::move(text));
+    }
+    return m_adopted.back().c_str();
 }
 
 }  // namespace varo_3_3

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -23,11 +24,15 @@ public:
     /// A copy of `text` that is shared with no other: cheaper where texts rarely repeat.
     char const* keep(std::string_view text);
 
+    /// Holds a long text without copying it. The same text as the last one shares its copy.
+    char const* adopt(std::string text);
+
 private:
     std::vector<std::vector<char>> m_chunks;
     char* m_free = nullptr;  // the unused end of the newest chunk that texts are put into
     std::size_t m_freeSize = 0;
     std::size_t m_chunkSize = 0;
+    std::vector<std::string> m_adopted;  // long enough not to move with the vector
     std::vector<std::string_view> m_shared;
     BRIX::HashIndex m_sharedIndex;
 };

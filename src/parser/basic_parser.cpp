@@ -129,8 +129,7 @@ char const* BasicParser::getErrorDesc() {
 template <class Build>
 char const* BasicParser::holdHelp(Build build) {
     try {
-        std::string const text = build();
-        return m_garbage.init(text);
+        return m_garbage.adopt(build());
     } catch (...) {
         m_lastError = kHelpFailedText;
         return getErrorDesc();

@@ -31,7 +31,7 @@ bool OptionLines::next(std::string_view& argument) {
     return false;
 }
 
-void OptionFiles::store(OptionDescription const& option, OptionData& data) {
+void OptionFiles::store(OptionDescription const& option, OptionData const& data) {
     if (!namesFiles(option)) {
         m_result.store(option, data);
         return;

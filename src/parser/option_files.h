@@ -37,7 +37,7 @@ class OptionFiles final : public IResultCollector {
 public:
     explicit OptionFiles(ParseResult& result) : m_result(result) {}
 
-    void store(OptionDescription const& option, OptionData& data) override;
+    void store(OptionDescription const& option, OptionData const& data) override;
 
     /// Notes the default of the option if it was not given. Called once, before the first load.
     void noteDefault();

@@ -19,8 +19,11 @@ std::string IArgumentParser::formatTokenMessage(std::string_view token) {
 result_t IArgumentParser::parseValueAndAddOption(std::string_view value, std::string& message,
                                                  OptionDescription const& option,
                                                  ArgumentList& args, IResultCollector* collector) {
-    m_occurrence.m_position = takePosition();
-    m_occurrence.m_values.clear();
+    int const position = takePosition();
+    if (isTakenWhole(value, option)) {
+        return takeWhole(value, position, message, option, args, collector);
+    }
+    m_values.clear();
     m_texts.clear();
     if (!value.empty()) {
         varoLog(m_name, ": adding values to result container:");
@@ -29,9 +32,29 @@ result_t IArgumentParser::parseValueAndAddOption(std::string_view value, std::st
             return result;
         }
     }
-    collector->store(option, m_occurrence);
+    collector->store(option, {position, m_values});
     varoLog(m_name, ": stored option to result container.");
     return kTaken;
+}
+
+/// Whether a value goes the short way of most: one string, stored as it was typed. A trace shows
+/// the long way.
+bool IArgumentParser::isTakenWhole(std::string_view value, OptionDescription const& option) {
+    return option.acceptsAnyText() && !value.empty() && !internal::varoLogEnabled &&
+           (option.m_tokenizer == 0 || value.find(option.m_tokenizer) == std::string_view::npos);
+}
+
+result_t IArgumentParser::takeWhole(std::string_view value, int position, std::string& message,
+                                    OptionDescription const& option, ArgumentList const& args,
+                                    IResultCollector* collector) {
+    mosaic2::variant_t converted = mosaic2::variant_t::copy_of(value.data(), value.size());
+    char const* const text = converted.m_value.m_text;
+    Value whole(text, std::move(converted), takePosition());
+    result_t const result = announce(whole, value, message, option, args);
+    if (result == kTaken) {
+        collector->store(option, {position, {&whole, 1}});
+    }
+    return result;
 }
 
 result_t IArgumentParser::takePieces(std::string_view value, std::string& message,
@@ -80,15 +103,25 @@ result_t IArgumentParser::takePiece(std::string_view piece, std::string_view val
         message += m_reason;
     }
     addValue(piece, value, std::move(converted), option);
+    result_t const result = announce(m_values.back(), value, message, option, args);
+    if (result == kTaken) {
+        varoLog(m_name, ": sent event on value parsed, option: '", option.firstName(),
+                "', value: '", piece, "'");
+    }
+    return result;
+}
+
+/// Asks the event handler whether it accepts one of the values of the text `value`.
+result_t IArgumentParser::announce(Value const& announced, std::string_view value,
+                                   std::string& message, OptionDescription const& option,
+                                   ArgumentList const& args) {
     char const* const firstName = option.m_names.empty() ? "" : option.m_names.front().c_str();
-    if (!m_handler->onValueParse(firstName, m_occurrence.m_values.back())) {
+    if (!m_handler->onValueParse(firstName, announced)) {
         message = BRIX::join({"Value '", value, "' is not valid for option '", option.firstName(),
                               "' in argument '", args[0], "'"});
         varoLog(m_name, message, " One of the handler signaled the value is not valid.");
         return kNotTaken;
     }
-    varoLog(m_name, ": sent event on value parsed, option: '", option.firstName(), "', value: '",
-            piece, "'");
     return kTaken;
 }
 
@@ -104,7 +137,7 @@ void IArgumentParser::addValue(std::string_view piece, std::string_view value,
         text = m_texts.data() + m_texts.size();
         m_texts.append(piece).push_back('\0');
     }
-    m_occurrence.m_values.emplace_back(text, std::move(converted), takePosition());
+    m_values.emplace_back(text, std::move(converted), takePosition());
 }
 
 result_t IArgumentParser::fail(std::string& message, std::string text) {

@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "options/garbage.h"
 #include "options/option_registry.h"
@@ -81,16 +82,22 @@ protected:
     int m_flags;
 
 private:
+    static bool isTakenWhole(std::string_view value, OptionDescription const& option);
+    result_t takeWhole(std::string_view value, int position, std::string& message,
+                       OptionDescription const& option, ArgumentList const& args,
+                       IResultCollector* collector);
     result_t takePieces(std::string_view value, std::string& message,
                         OptionDescription const& option, ArgumentList const& args);
     result_t takePiece(std::string_view piece, std::string_view value, std::string& message,
                        OptionDescription const& option, ArgumentList const& args);
+    result_t announce(Value const& announced, std::string_view value, std::string& message,
+                      OptionDescription const& option, ArgumentList const& args);
     void addValue(std::string_view piece, std::string_view value, mosaic2::variant_t converted,
                   OptionDescription const& option);
 
-    // The occurrence being taken, the texts of its values, and what validation says of one of them;
-    // members for the sake of their memory.
-    OptionData m_occurrence;
+    // The values of the occurrence being taken, their texts, and what validation says of one of
+    // them; members for the sake of their memory.
+    std::vector<Value> m_values;
     std::string m_texts;
     std::string m_reason;
 };

@@ -92,8 +92,8 @@ int ParseResult::getNextArgument(char const** text) {
     return 0;
 }
 
-void ParseResult::store(OptionDescription const& option, OptionData& data) {
-    std::vector<Value>& stored = data.m_values;
+void ParseResult::store(OptionDescription const& option, OptionData const& data) {
+    std::span<Value> const stored = data.m_values;
     keepTexts(stored);
     Entry& entry = entryFor(option, stored.size());
     BRIX::reserveMore(entry.occurrences, 1);
@@ -102,11 +102,8 @@ void ParseResult::store(OptionDescription const& option, OptionData& data) {
         BRIX::throwLengthError("too many values of one option");
     }
 
-    bool const followsOccurrences =
-        entry.occurrences.empty() || entry.occurrences.back().position <= data.m_position;
-    bool const followsValues = entry.values.empty() || stored.empty() ||
-                               entry.values.back().position() <= stored.front().position();
-    entry.isAscending = entry.isAscending && followsOccurrences && followsValues;
+    entry.isAscending = entry.isAscending && entry.lastPosition <= data.m_position;
+    entry.lastPosition = stored.empty() ? data.m_position : stored.back().position();
     entry.occurrences.push_back({data.m_position, static_cast<std::uint32_t>(entry.values.size())});
     for (Value& value : stored) {
         entry.values.push_back(std::move(value));
@@ -240,7 +237,7 @@ std::vector<ParseResult::Alias> ParseResult::findNewAliases(OptionDescription co
 }
 
 /// Copies the texts that are not the characters of the value itself, which the result owns anyway.
-void ParseResult::keepTexts(std::vector<Value>& values) {
+void ParseResult::keepTexts(std::span<Value> values) {
     for (Value& value : values) {
         bool const isOwnText = value.value().m_type == mosaic2::vtString &&
                                value.value().m_value.m_text == value.text();

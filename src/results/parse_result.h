@@ -2,6 +2,7 @@
 
 #include <array>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,7 +32,7 @@ public:
 
     /// Tries the option's names in their order: the first that is the key of an entry receives the
     /// occurrence; without one a new entry is made under the primary name.
-    void store(OptionDescription const& option, OptionData& data) override;
+    void store(OptionDescription const& option, OptionData const& data) override;
 
     /// Called when a parse into this result begins and when it ends: records that were seen before
     /// may be gone, and others in their places.
@@ -66,6 +67,7 @@ private:
         Value defaultValue;
         bool hasDefault = false;
         bool isAscending = true;  // the positions; a parse within a parse stores out of order
+        int lastPosition = 0;     // of all that is stored here
 
         // The record that was last found to be stored here, with how many names, and when.
         OptionDescription const* record = nullptr;
@@ -86,7 +88,7 @@ private:
     Entry& entryFor(OptionDescription const& option, std::size_t values);
     Entry& findOrAddEntry(OptionDescription const& option, std::size_t values);
     std::vector<Alias> findNewAliases(OptionDescription const& option, std::uint32_t entry) const;
-    void keepTexts(std::vector<Value>& values);
+    void keepTexts(std::span<Value> values);
 
     Entry* select(char const* name, int from, int to);
     static bool isDefaultAlone(Entry const& entry);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <vector>
+#include <span>
 
 #include "options/option_description.h"
 #include "varo/result.h"
@@ -9,16 +9,16 @@ namespace varo_3_3 {
 
 /// One occurrence of an option on its way into a result: its position and its values, in order.
 struct OptionData {
-    int m_position = 0;
-    std::vector<Value> m_values;
+    int m_position;
+    std::span<Value> m_values;
 };
 
 /// Where recognisers put what they recognised.
 class IResultCollector {
 public:
-    /// Stores one occurrence of `option`. Takes the values out of `data`; texts that are not the
-    /// characters of their value are copied. When it throws, nothing is stored.
-    virtual void store(OptionDescription const& option, OptionData& data) = 0;
+    /// Stores one occurrence of `option`. Moves the values away; texts that are not the characters
+    /// of their value are copied. When it throws, nothing is stored.
+    virtual void store(OptionDescription const& option, OptionData const& data) = 0;
 
 protected:
     ~IResultCollector() = default;

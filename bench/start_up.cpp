@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <iterator>
 
 #include "varo/parser.h"
 
@@ -48,7 +49,14 @@ int queryAll(IParseResult* result) {
 
 }  // namespace
 
-int main(int argc, char** argv) {
+int main() {
+    static char const* const argv[] = {
+        "start_up",        "--verbose",   "--dry-run",
+        "--force",         "--color",     "--level=3",
+        "--jobs=8",        "--depth=12",  "--output=build/summary.txt",
+        "--include=src/*", "--scale=1.5", "--format=json",
+        "docs/guide.txt"};
+    int const argc = static_cast<int>(std::size(argv));
     IParser* parser = nullptr;
     createParser(&parser, kUnknownIsError | kDoubleDashHelp);
     declare(parser);

@@ -1,6 +1,7 @@
 // Variants of every kind against each other, and texts that become values and texts again.
 
 #include <array>
+#include <clocale>
 #include <cmath>
 #include <cstring>
 
@@ -99,6 +100,7 @@ variant_t parse(varo::Parser const& parser, char const* text, std::string& value
 
 /// What the standard library reads from the text that was accepted.
 variant_t readPlainly(das_variant_type_t type, char const* text) {
+    static locale_t const locale = newlocale(LC_ALL_MASK, "C", nullptr);
     bool const isHexadecimal = type == vtU64 && std::strpbrk(text, "xXABCDEFabcdef") != nullptr;
     switch (type) {
         case vtS32:
@@ -110,7 +112,7 @@ variant_t readPlainly(das_variant_type_t type, char const* text) {
         case vtU64:
             return std::strtoull(text, nullptr, isHexadecimal ? 16 : 10);
         case vtDouble:
-            return std::strtod(text, nullptr);
+            return strtod_l(text, nullptr, locale);
         default:
             return variant_t(text);
     }

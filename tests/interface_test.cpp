@@ -9,6 +9,7 @@
 #include <sstream>
 #include <string>
 #include <type_traits>
+#include <typeinfo>
 
 #include "varo/text.h"
 #include "varo/trace.h"
@@ -146,10 +147,11 @@ void checkParserAndResultSlots() {
     CHECK(!callSlot<bool>(8, parser, "size", true, nullptr));
 
     // 16 addHandler, 17 removeHandler, 18 addOptionFileOption, 19 allowSimultaneousActions
-    void const* const table[] = {reinterpret_cast<void const*>(&onOption),
+    void const* const table[] = {nullptr, &typeid(EventHandler),  // what stands in front of slot 0
+                                 reinterpret_cast<void const*>(&onOption),
                                  reinterpret_cast<void const*>(&onValue),
                                  reinterpret_cast<void const*>(&onUnknown)};
-    ForeignHandler handler{table, ""};
+    ForeignHandler handler{table + 2, ""};
     CHECK(callSlot<bool>(16, parser, &handler));
     CHECK(!callSlot<bool>(16, parser, &handler));
     CHECK(callSlot<bool>(18, parser, "Reads arguments", "general"));
@@ -205,7 +207,7 @@ void checkParserAndResultSlots() {
     CHECK(globals.find("Louder") == std::string::npos);
 
     // 0 to 2: a parser is itself a handler, which asks those that it has
-    ForeignHandler behind{table, ""};
+    ForeignHandler behind{table + 2, ""};
     callSlot<bool>(16, parser, &behind);
     Value const value("v", variant_t(), 1);
     CHECK(callSlot<bool>(0, parser, "o") && callSlot<bool>(1, parser, "o", &value));

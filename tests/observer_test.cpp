@@ -49,10 +49,10 @@ TEST_F(Observers, HearEventsInOrder) {
     EXPECT_TRUE(m_parser->removeHandler(&m_observers[2]));
     EXPECT_FALSE(m_parser->removeHandler(&m_observers[2]));
     EXPECT_FALSE(m_parser->removeHandler(nullptr));
-    EXPECT_EQ(parse({"-l=+1", "--list=a,,b", "--no-fl", "--list", "", "--", "--list=x"}), 0);
+    EXPECT_EQ(parse({"-l=+1,2", "--list=a,,b", "--no-fl", "--list", "", "--", "--list=x"}), 0);
     EXPECT_EQ(m_observers[0].m_events,
-              "option level; value level=+1; option list; value list=a; value list=b; option flag; "
-              "value flag=0; option list; ");
+              "option level; value level=+1; value level=2; option list; value list=a; "
+              "value list=b; option flag; value flag=0; option list; ");
     EXPECT_EQ(m_observers[1].m_events, m_observers[0].m_events);
     EXPECT_EQ(m_observers[2].m_events, "");
 }

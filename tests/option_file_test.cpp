@@ -138,6 +138,7 @@ TEST(OptionFiles, AreLimitedInNumberAndLeaveNothingOpen) {
     EXPECT_EQ(parse(parser, result, Arguments(1001, from(leaf))), 6);
     EXPECT_EQ(parser.error(), unreadable(leaf));
     EXPECT_EQ(parse(parser, result, {from(directory.path("f0"))}), 6);
+    EXPECT_EQ(parse(parser, result, {from("/dev/zero")}), 6);
     for (int index = 0; index < 100; ++index) {
         EXPECT_EQ(parse(parser, result, {from(directory.path("."))}), 6);
         EXPECT_EQ(parse(parser, result, {from(directory.path("missing"))}), 6);

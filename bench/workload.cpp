@@ -1,12 +1,11 @@
 #include "workload.h"
 
+#include <sys/mman.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <fstream>
 #include <numeric>
 
 namespace bench {
@@ -69,10 +68,11 @@ void writeLines(Workload& workload) {
         workload.lines.append(workload.arguments[index]).append("\n");
     }
     if (workload.source == Source::file) {
-        std::string const name = "varo_bench_" + std::to_string(getpid());
-        workload.path = std::filesystem::temp_directory_path() /
-                        (name + "_" + std::to_string(workload.arguments.size()));
-        std::ofstream(workload.path) << workload.lines;
+        int const file = memfd_create("option-file", 0);  // gone with the process
+        require(write(file, workload.lines.data(), workload.lines.size()) ==
+                    static_cast<ssize_t>(workload.lines.size()),
+                "cannot write the option file");
+        workload.path = "/proc/self/fd/" + std::to_string(file);
     }
 }
 

@@ -122,14 +122,6 @@ TEST(Abbreviation, AmbiguousNameListsItsCandidates) {
          {{"--n=1"}, 0, "", "num", "s32 1"}});
 }
 
-TEST(Abbreviation, FirstOfTwoModifiersOfOneNameWins) {
-    varo::Parser const parser;
-    parser->modifier("level", "build", "", vtS32, "");
-    parser->modifier("level", "test", "", vtString, "");
-    parser->option("levels", "", vtS32, "");
-    check(parser, {{{"--lev=1"}, 0, "", "level", "s32 1"}});
-}
-
 TEST(Abbreviation, WhiteSpaceFollowsTheGlobalLocale) {
     static std::ctype_base::mask table[std::ctype<char>::table_size];
     std::copy_n(std::ctype<char>::classic_table(), std::ctype<char>::table_size, table);

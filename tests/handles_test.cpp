@@ -9,9 +9,9 @@ namespace {
 using namespace mosaic2;
 using namespace varo_test;
 
-static_assert(!std::is_copy_constructible_v<varo::Parser>);
-static_assert(!std::is_copy_constructible_v<varo::Result>);
-static_assert(!std::is_constructible_v<varo::Parser, int>);
+static_assert(!std::is_copy_constructible_v<varo::Parser> &&
+              !std::is_copy_constructible_v<varo::Result> &&
+              !std::is_constructible_v<varo::Parser, int>);
 static_assert(sizeof(varo::Parser) == sizeof(void*) && sizeof(varo::Result) == sizeof(void*));
 static_assert((varo::kUnknownIsError | varo::kDashGuard | varo::kKeepCommas).bits() == 0x2A);
 static_assert((varo::kDashGuard | varo::Flags()).has(varo::kDashGuard));
@@ -65,10 +65,8 @@ TEST(Handles, WalkValuesAndArguments) {
     EXPECT_EQ(words(0, varo::kNoPosition), "abc");
     EXPECT_EQ(words(second, varo::kNoPosition), "bc");
     EXPECT_EQ(words(0, second), "a");
-    EXPECT_EQ(words(second, second), "");
     EXPECT_EQ(result.values("level").begin(), result.values("level").end());
     EXPECT_EQ(plainArguments(result), "x||y|");
-    EXPECT_EQ(result.values("word").begin()->text(), std::string("a"));
 }
 
 TEST(Handles, AreEmptyAfterAMove) {

@@ -97,19 +97,6 @@ TEST(Registry, AnswersWhatIsDeclared) {
     }
 }
 
-TEST(Registry, SurvivesTheCallersTextsAndValues) {
-    varo::Parser const parser;
-    {
-        std::string text("transient");
-        const variant_t value("shared");
-        parser->option(text.c_str(), text.c_str(), vtString, text.c_str())->defaultValue(value);
-        text.assign(9, '#');
-    }
-    varo::Result result = parser.createResult();
-    EXPECT_EQ(parse(parser, result, {}), 0);
-    EXPECT_EQ(contents(result, "transient"), "default 'shared'");
-}
-
 TEST(Registry, NullOutPointersAreRefused) {
     EXPECT_EQ(varo::createParser(nullptr, 0), varo::kUnusableArguments);
     varo::Parser const parser;

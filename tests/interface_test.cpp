@@ -104,10 +104,10 @@ void checkValueAndVariant() {
     char const* const payload = text.m_value.m_text;
     CHECK(fieldAt<unsigned long>(*(payload - 16), 0) == 5);
     CHECK(fieldAt<int>(*(payload - 16), 8) == 1);
-    {
-        variant_t const copy = text;
-        CHECK(fieldAt<int>(*(payload - 16), 8) == 2);
-    }
+    variant_t copy = text;
+    CHECK(fieldAt<int>(*(payload - 16), 8) == 2);
+    copy = variant_t();
+    CHECK(fieldAt<int>(*(payload - 16), 8) == 1);
     CHECK(variant_t("a") < variant_t(1) && variant_t("a") == variant_t("a", true));
     CHECK(mosaic2::string_compare(L"a", L"b") < 0);
     CHECK(mosaic2::notype_ptr_compare(payload, payload) == 0);

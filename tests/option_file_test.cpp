@@ -126,8 +126,8 @@ TEST(OptionFiles, AreLimitedInNumberAndLeaveNothingOpen) {
     varo::Parser const parser = fileParser();
     std::string const leaf = directory.write("f12", "--n=1\n");
     for (int index = 11; index >= 0; --index) {
-        std::string const next = from(directory.path("f" + std::to_string(index + 1)));
-        directory.write("f" + std::to_string(index), next + "\n" + next + "\n");
+        std::string const line = from(directory.path("f" + std::to_string(index + 1))) + "\n";
+        directory.write("f" + std::to_string(index), line + line);
     }
     auto const openFiles = [] {
         return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});

@@ -165,6 +165,7 @@ public:
 TEST_F(Variants, ReleaseAnObjectOnce) {
     Object object;
     object_t* const pointer = &object;
+    // NOLINTNEXTLINE(bugprone-sizeof-expression): the block holds the pointer itself
     variant_t last = block(vtObject, &pointer, sizeof(pointer));
     variant_t alias = tagged(vtObject, last.m_value.m_signed);  // not counted
     object.m_alias = &alias;

@@ -78,7 +78,7 @@ public:
     bool isOneOption(BestMatch const& match) const;
 
     /// The texts of all candidates, in the order of the list: 'a', 'b'.
-    std::string listCandidates(BestMatch const& match) const;
+    [[gnu::cold]] std::string listCandidates(BestMatch const& match) const;
 
 private:
     struct Key {

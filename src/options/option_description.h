@@ -30,12 +30,12 @@ public:
 
     IOption* synonym(char const* name) override;
     IOption* allowValue(mosaic2::variant_t const& value) override;
-    IOption* allowDeprecatedValue(mosaic2::variant_t const& deprecated,
-                                  mosaic2::variant_t const& replacement) override;
+    [[gnu::cold]] IOption* allowDeprecatedValue(mosaic2::variant_t const& deprecated,
+                                                mosaic2::variant_t const& replacement) override;
     IOption* defaultValue(mosaic2::variant_t const& value) override;
     IOption* tokenize(char separator) override;
     IOption* positional() override;
-    IOption* tag(char const* tags) override;
+    [[gnu::cold]] IOption* tag(char const* tags) override;
 
     bool isAction() const { return m_kind == kAction; }
 
@@ -92,7 +92,8 @@ private:
     bool replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
                            std::string& message) const;
     bool isAllowed(mosaic2::variant_t const& value) const;
-    bool complete(std::string_view text, mosaic2::variant_t& value, std::string& message) const;
+    [[gnu::cold]] bool complete(std::string_view text, mosaic2::variant_t& value,
+                                std::string& message) const;
 };
 
 /// The declarations, in the order they were made.

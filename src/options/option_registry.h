@@ -77,7 +77,8 @@ private:
     SectionChange prepareSection(std::string_view section);
     void commit(SectionChange& change) noexcept;
     IOption* append(std::unique_ptr<OptionDescription> record) noexcept;
-    IOption* replace(unsigned long index, std::unique_ptr<OptionDescription> record) noexcept;
+    [[gnu::cold]] IOption* replace(unsigned long index,
+                                   std::unique_ptr<OptionDescription> record) noexcept;
 
     char m_defaultTokenizer = ',';
     OptionRecords m_records;

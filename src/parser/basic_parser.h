@@ -84,8 +84,8 @@ private:
     int offerToPositional(std::string_view argument, ParseSession& session);
     int findGivenAction(std::vector<std::string_view> const& given, ParseSession& session,
                         OptionDescription const*& action) const;
-    int checkModifiers(std::vector<std::string_view> const& given, ParseSession& session,
-                       OptionDescription const& action) const;
+    [[gnu::cold]] int checkModifiers(std::vector<std::string_view> const& given,
+                                     ParseSession& session, OptionDescription const& action) const;
 
     template <class Build>
     char const* holdHelp(Build build);

@@ -5,12 +5,17 @@
 
 namespace BRIX {
 
+template <class Vector>
+[[gnu::noinline]] void growFor(Vector& vector, std::size_t count, std::size_t smallest) {
+    vector.reserve(std::max({vector.size() + count, 2 * vector.size(), smallest}));
+}
+
 /// Makes room for `count` more elements, so that adding them cannot fail: the first time for
 /// `smallest` at least, later growing as push_back does.
 template <class Vector>
 void reserveMore(Vector& vector, std::size_t count, std::size_t smallest = 1) {
-    if (vector.capacity() - vector.size() < count) {
-        vector.reserve(std::max({vector.size() + count, 2 * vector.size(), smallest}));
+    if (vector.capacity() - vector.size() < count) [[unlikely]] {
+        growFor(vector, count, smallest);
     }
 }
 

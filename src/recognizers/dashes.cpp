@@ -16,10 +16,10 @@ constexpr char kLongDashLead = '\xE2';  // begins every long dash
 
 }  // namespace
 
-unsigned long getDashLength(std::string_view arg, unsigned long pos) {
+unsigned long getLongDashLength(std::string_view arg, unsigned long pos) {
     std::string_view const rest = arg.substr(pos);
     if (rest.empty() || rest.front() != kLongDashLead) {
-        return rest.starts_with('-') ? 1 : 0;
+        return 0;
     }
     for (BRIX::utf8_t const& dash : kLongDashes) {
         if (rest.starts_with(dash.view())) {

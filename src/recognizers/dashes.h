@@ -6,10 +6,15 @@
 
 namespace varo_3_3 {
 
+/// As getDashLength, for all dashes but "-".
+unsigned long getLongDashLength(std::string_view arg, unsigned long pos);
+
 /// The length in bytes of the dash that begins at byte `pos` of `arg`, 0 if none does. Dashes are
 /// "-" and five longer ones that keyboards and editors put in its place. Throws std::out_of_range
 /// when `pos` is past the end.
-unsigned long getDashLength(std::string_view arg, unsigned long pos);
+inline unsigned long getDashLength(std::string_view arg, unsigned long pos) {
+    return pos < arg.size() && arg[pos] == '-' ? 1 : getLongDashLength(arg, pos);
+}
 
 /// Splits an argument, without one or two leading dashes, at the first "=" or run of white space
 /// into name and value, which point into it. Without such a separator the whole is the name,

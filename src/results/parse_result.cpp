@@ -94,7 +94,12 @@ int ParseResult::getNextArgument(char const** text) {
 
 void ParseResult::store(OptionDescription const& option, OptionData const& data) {
     std::span<Value> const stored = data.m_values;
-    keepTexts(stored);
+    for (Value& value : stored) {
+        mosaic2::variant_t const& variant = value.value();
+        if (variant.m_type != mosaic2::vtString || variant.m_value.m_text != value.text()) {
+            keepText(value);
+        }
+    }
     Entry& entry = entryFor(option, stored.size());
     BRIX::reserveMore(entry.occurrences, 1);
     BRIX::reserveMore(entry.values, stored.size());
@@ -236,15 +241,9 @@ std::vector<ParseResult::Alias> ParseResult::findNewAliases(OptionDescription co
     return aliases;
 }
 
-/// Copies the texts that are not the characters of the value itself, which the result owns anyway.
-void ParseResult::keepTexts(std::span<Value> values) {
-    for (Value& value : values) {
-        bool const isOwnText = value.value().m_type == mosaic2::vtString &&
-                               value.value().m_value.m_text == value.text();
-        if (!isOwnText) {
-            value = Value(m_texts.keep(value.text()), value.value(), value.position());
-        }
-    }
+/// Gives a value a text of its own. (The characters of a string live in the result anyway.)
+void ParseResult::keepText(Value& value) {
+    value = Value(m_texts.keep(value.text()), value.value(), value.position());
 }
 
 /// Begins an iteration over the values of `name` in a range. Null when there is no such entry.

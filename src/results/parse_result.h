@@ -86,9 +86,9 @@ private:
     std::uint32_t findEntry(std::string_view name) const;
     std::uint32_t findAlias(std::string_view name, std::uint32_t hash) const;
     Entry& entryFor(OptionDescription const& option, std::size_t values);
-    Entry& findOrAddEntry(OptionDescription const& option, std::size_t values);
+    [[gnu::noinline]] Entry& findOrAddEntry(OptionDescription const& option, std::size_t values);
     std::vector<Alias> findNewAliases(OptionDescription const& option, std::uint32_t entry) const;
-    void keepTexts(std::span<Value> values);
+    [[gnu::noinline]] void keepText(Value& value);
 
     Entry* select(char const* name, int from, int to);
     static bool isDefaultAlone(Entry const& entry);

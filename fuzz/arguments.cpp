@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     fuzz::EventRecorder recorder(input.number());
     parser->addHandler(&recorder);
     for (unsigned count = input.number(6); count > 0; --count) {
-        recorder.watch(fuzz::declare(parser, input));
+        recorder.watch(fuzz::declare(parser, input).primaryName);
     }
     parser->allowSimultaneousActions({"a", "b"});
     std::vector<std::string> const arguments = input.arguments('\0');

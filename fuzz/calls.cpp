@@ -63,6 +63,7 @@ private:
     varo::Parser m_parser;
     varo::Result m_results[2] = {m_parser.createResult(), m_parser.createResult()};
     std::unique_ptr<Observer> m_observers[3];
+    varo::IOption* m_newest = nullptr;  // declaration, as long as it is sure to be there
     int m_depth = 0;
 };
 
@@ -73,15 +74,19 @@ void World::act() {
     varo::IParseResult* const target = number < 250 ? result.interface() : nullptr;
     switch (choice) {
         case 1:
+            m_newest = nullptr;
+            m_newest = fuzz::declare(m_parser, m_input).option;
+            break;
         case 2:
-            fuzz::declare(m_parser, m_input);
+            if (m_newest != nullptr) {
+                unsigned const what = m_input.number();
+                fuzz::refine(m_newest, what, m_input.text(), number % 2 != 0);
+            }
             break;
         case 3:
-        case 4: {
-            std::string const text = m_input.text();
-            fuzz::parse(m_parser, fuzz::Input(text).arguments('\n'), target);
+        case 4:
+            fuzz::parse(m_parser, fuzz::Input(m_input.text()).arguments('\n'), target);
             break;
-        }
         case 5: {
             std::string const text = m_input.text();
             fuzz::checkedParse(m_parser,
@@ -90,24 +95,19 @@ void World::act() {
         }
         case 6:
         case 7:
-            query(result.interface());
-            break;
+            return query(result.interface());
         case 8:
-            help();
-            break;
+            return help();
         case 9:
         case 10:
-            addOrDelete(m_observers[number % 3]);
-            break;
+            return addOrDelete(m_observers[number % 3]);
         case 11:
-            m_parser->setReplace(number % 2 != 0);
-            break;
+            return m_parser->setReplace(number % 2 != 0);
         case 12:
             REQUIRE(m_parser->allowSimultaneousActions({"a", m_input.text()}) == 1);
             break;
         case 13:
-            memory::failAfter(number, 1 + m_input.number(3), m_input.number(2) == 0);
-            break;
+            return memory::failAfter(number, 1 + m_input.number(3), m_input.number(2) == 0);
         case 14:
             memory::sources = 0;
             if (m_depth == 0) {

@@ -18,36 +18,34 @@ struct CountedObject final : object_t {
     int m_releases = 0;
 };
 
-variant_t makeBlock(das_variant_type_t type, void const* payload, std::size_t size) {
-    void* const memory = variant_t::m_mem.m_allocate(sizeof(variant_t::data_header_t) + size);
-    auto* const header = static_cast<variant_t::data_header_t*>(memory);
-    *header = {size, 1};
-    std::memcpy(header + 1, payload, size);
-    variant_t block;
-    block.m_value.m_data = header + 1;
-    block.m_type = type;
-    return block;
-}
-
 /// A variant of any kind made of these bytes, which borrowed texts refer to.
 variant_t makeVariant(das_variant_type_t type, std::string const& bytes, std::wstring const& wide,
-                      CountedObject& object) {
-    object_t* const interface = &object;
+                      object_t* object) {
     variant_t value;
+    auto const makeBlock = [&](void const* payload, std::size_t size) {
+        void* const memory = variant_t::m_mem.m_allocate(sizeof(variant_t::data_header_t) + size);
+        auto* const header = static_cast<variant_t::data_header_t*>(memory);
+        *header = {size, 1};
+        std::memcpy(header + 1, payload, size);
+        value.m_value.m_data = header + 1;
+    };
     switch (type) {
         case vtString:
             return variant_t(bytes.c_str());
         case vtStringRef:
             return variant_t(bytes.empty() ? nullptr : bytes.c_str(), true);
         case vtWString:
-            return makeBlock(type, wide.c_str(), sizeof(wchar_t) * (wide.size() + 1));
+            makeBlock(wide.c_str(), sizeof(wchar_t) * (wide.size() + 1));
+            break;
         case vtWStringRef:
             value.m_value.m_wide_text = wide.empty() ? nullptr : wide.c_str();
             break;
         case vtBlob:
-            return makeBlock(type, bytes.data(), bytes.size());
+            makeBlock(bytes.data(), bytes.size());
+            break;
         case vtObject:
-            return makeBlock(type, &interface, sizeof(void*));
+            makeBlock(&object, sizeof(void*));
+            break;
         default:
             bytes.copy(reinterpret_cast<char*>(&value.m_value), sizeof(value.m_value));
     }
@@ -69,7 +67,7 @@ void compareVariants(fuzz::Input& input) {
         auto const type = static_cast<das_variant_type_t>(input.number(19));
         bytes[i] = input.text('\n');
         wide[i].assign(bytes[i].begin(), bytes[i].end());
-        made[i] = makeVariant(type, bytes[i], wide[i], object);
+        made[i] = makeVariant(type, bytes[i], wide[i], &object);
         objects += type == vtObject ? 1 : 0;
     }
     auto const& [left, right] = made;
@@ -98,19 +96,17 @@ variant_t parse(varo::Parser const& parser, char const* text, std::string& value
     return value.value();
 }
 
-/// What the standard library reads from the text that was accepted.
+/// What the standard library reads from a text that was accepted.
 variant_t readPlainly(das_variant_type_t type, char const* text) {
     static locale_t const locale = newlocale(LC_ALL_MASK, "C", nullptr);
-    bool const isHexadecimal = type == vtU64 && std::strpbrk(text, "xXABCDEFabcdef") != nullptr;
     switch (type) {
         case vtS32:
-            return static_cast<int>(std::strtoll(text, nullptr, 10));
-        case vtU32:
-            return static_cast<unsigned>(std::strtoull(text, nullptr, 10));
         case vtS64:
             return std::strtoll(text, nullptr, 10);
+        case vtU32:
+            return std::strtoull(text, nullptr, 10);
         case vtU64:
-            return std::strtoull(text, nullptr, isHexadecimal ? 16 : 10);
+            return std::strtoull(text, nullptr, std::strpbrk(text, "xXABCDEFabcdef") ? 16 : 10);
         case vtDouble:
             return strtod_l(text, nullptr, locale);
         default:

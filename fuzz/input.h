@@ -60,8 +60,27 @@ private:
     std::string_view m_rest;
 };
 
-/// Makes one declaration of any kind and type, refined in any way, and returns its primary name.
-inline std::string declare(varo::Parser const& parser, Input& input) {
+/// Refines a declaration in any way: `what` says how, `text` and whether it is a number with what.
+inline void refine(varo::IOption* option, unsigned what, std::string const& text, bool isNumber) {
+    using mosaic2::variant_t;
+    variant_t const value = isNumber ? variant_t(std::atoi(text.c_str())) : variant_t(text.c_str());
+    (what & 1) != 0 ? option->positional() : option;
+    (what & 2) != 0 ? option->tokenize(text.empty() ? '\0' : text.front()) : option;
+    (what & 4) != 0 ? option->defaultValue(value) : option;
+    (what & 8) != 0 ? option->allowValue(value)->allowValue("other") : option;
+    (what & 16) != 0 ? option->allowDeprecatedValue("other", value) : option;
+    (what & 32) != 0 ? option->allowDeprecatedValue(value, 1)->allowValue(1) : option;
+    (what & 64) != 0 ? option->synonym(text.c_str()) : option;
+    (what & 128) != 0 ? option->tag(text.c_str()) : option;
+}
+
+struct Declared {
+    std::string primaryName;
+    varo::IOption* option;
+};
+
+/// Makes one declaration of any kind and type, refined in any way.
+inline Declared declare(varo::Parser const& parser, Input& input) {
     using namespace mosaic2;
     static constexpr das_variant_type_t kTypes[] = {vtBool, vtS32,    vtU32,    vtS64,
                                                     vtU64,  vtDouble, vtString, vtNull};
@@ -75,17 +94,8 @@ inline std::string declare(varo::Parser const& parser, Input& input) {
         (kind & 8) != 0    ? parser->action(names.c_str(), text.c_str(), type, section)
         : (kind & 16) != 0 ? parser->modifier(names.c_str(), text.c_str(), "", type, section)
                            : parser->option(names.c_str(), text.c_str(), type, section);
-    variant_t const value =
-        (kind & 32) != 0 ? variant_t(std::atoi(text.c_str())) : variant_t(text.c_str());
-    (refined & 1) != 0 ? option->positional() : option;
-    (refined & 2) != 0 ? option->tokenize(text.empty() ? '\0' : text.front()) : option;
-    (refined & 4) != 0 ? option->defaultValue(value) : option;
-    (refined & 8) != 0 ? option->allowValue(value)->allowValue("other") : option;
-    (refined & 16) != 0 ? option->allowDeprecatedValue("other", value) : option;
-    (refined & 32) != 0 ? option->allowDeprecatedValue(value, 1)->allowValue(1) : option;
-    (refined & 64) != 0 ? option->synonym(text.c_str()) : option;
-    (refined & 128) != 0 ? option->tag(text.c_str()) : option;
-    return names.substr(0, names.find(','));
+    refine(option, refined, text, (kind & 32) != 0);
+    return {names.substr(0, names.find(',')), option};
 }
 
 /// Parses, and checks what must hold after every parse: the code is a documented one, and those

@@ -14,10 +14,6 @@ namespace BRIX {
     std::__throw_bad_alloc();
 }
 
-[[noreturn]] inline void throwLengthError(char const* text) {
-    std::__throw_length_error(text);
-}
-
 [[noreturn]] inline void throwLogicError(char const* text) {
     std::__throw_logic_error(text);
 }

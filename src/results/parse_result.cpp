@@ -1,10 +1,9 @@
 #include "results/parse_result.h"
 
 #include <algorithm>
-#include <limits>
+#include <utility>
 
 #include "platform/reserve_more.h"
-#include "platform/throw.h"
 #include "recognizers/argument_parser.h"
 
 namespace varo_3_3 {
@@ -25,7 +24,7 @@ bool ParseResult::present(char const* name, int from, int to) {
         m_to = kNoPosition;
         return true;
     }
-    return findOccurrence(*entry, from, to) < entry->occurrences.size();
+    return findItem(*entry, from, to) < entry->items.size();
 }
 
 Value ParseResult::get(char const* name, int from, int to) {
@@ -36,47 +35,33 @@ Value ParseResult::get(char const* name, int from, int to) {
     if (isDefaultAlone(*entry)) {
         return entry->defaultValue;
     }
-    std::size_t const at = findOccurrence(*entry, from, to);
-    if (at == entry->occurrences.size()) {
+    std::size_t const at = findItem(*entry, from, to);
+    if (at == entry->items.size()) {
         return {};
     }
-    Occurrence const& occurrence = entry->occurrences[at];
-    bool const isLast = at + 1 == entry->occurrences.size();
-    std::size_t const end = isLast ? entry->values.size() : entry->occurrences[at + 1].firstValue;
-    m_nextOccurrence = at + 1;
-    m_nextValue = occurrence.firstValue;
-    if (m_nextValue == end) {
-        return Value("", mosaic2::variant_t(), occurrence.position);
-    }
-    Value const& value = entry->values[m_nextValue++];
-    return Value(value.text(), value.value(), occurrence.position);
+    Item const& item = entry->items[at];
+    m_nextItem = at + 1;
+    return Value(item.value.text(), item.value.value(), item.occurrence);
 }
 
 Value ParseResult::next(char const* name) {
     if (name == nullptr || m_selected == HashIndex::kNone) {
         return {};
     }
-    Entry const& entry = *m_entries[m_selected];
+    Entry const& entry = m_entries[m_selected];
     bool const isSelected = entry.key == name || findEntry(name) == m_selected;
     if (!isSelected || !skipToNext(entry)) {
         return {};
     }
-    if (!entry.values.empty()) {
-        return entry.values[m_nextValue++];
-    }
-    return Value("", mosaic2::variant_t(), entry.occurrences[m_nextOccurrence++].position);
+    return entry.items[m_nextItem++].value;
 }
 
 int ParseResult::nextPosition() {
     if (m_selected == HashIndex::kNone) {
         return kNoPosition;
     }
-    Entry const& entry = *m_entries[m_selected];
-    if (!skipToNext(entry)) {
-        return kNoPosition;
-    }
-    return entry.values.empty() ? entry.occurrences[m_nextOccurrence].position
-                                : entry.values[m_nextValue].position();
+    Entry const& entry = m_entries[m_selected];
+    return skipToNext(entry) ? entry.items[m_nextItem].value.position() : kNoPosition;
 }
 
 int ParseResult::getFirstArgument(char const** text) {
@@ -101,18 +86,17 @@ void ParseResult::store(OptionDescription const& option, OptionData const& data)
         }
     }
     Entry& entry = entryFor(option, stored.size());
-    BRIX::reserveMore(entry.occurrences, 1);
-    BRIX::reserveMore(entry.values, stored.size());
-    if (entry.values.size() > std::numeric_limits<std::uint32_t>::max()) {
-        BRIX::throwLengthError("too many values of one option");
-    }
+    BRIX::reserveMore(entry.items, std::max<std::size_t>(stored.size(), 1));
 
     entry.isAscending = entry.isAscending && entry.lastPosition <= data.m_position;
-    entry.lastPosition = stored.empty() ? data.m_position : stored.back().position();
-    entry.occurrences.push_back({data.m_position, static_cast<std::uint32_t>(entry.values.size())});
-    for (Value& value : stored) {
-        entry.values.push_back(std::move(value));
+    entry.hasValues = entry.hasValues || !stored.empty();
+    if (stored.empty()) {
+        entry.items.push_back({Value("", {}, data.m_position), data.m_position, false});
     }
+    for (Value& value : stored) {
+        entry.items.push_back({std::move(value), data.m_position, true});
+    }
+    entry.lastPosition = entry.items.back().value.position();
 }
 
 void ParseResult::applyDefault(RegisteredOptionStorage const& registry) {
@@ -137,15 +121,15 @@ void ParseResult::storeArgument(std::string_view text) {
 
 Value ParseResult::defaultOf(std::string_view name) const {
     std::uint32_t const number = findEntry(name);
-    return number != HashIndex::kNone ? m_entries[number]->defaultValue : Value();
+    return number != HashIndex::kNone ? m_entries[number].defaultValue : Value();
 }
 
 std::vector<std::string_view> ParseResult::givenOptions() const {
     std::vector<std::string_view> keys;
     keys.reserve(m_entries.size());
-    for (std::unique_ptr<Entry> const& entry : m_entries) {
-        if (!entry->occurrences.empty()) {
-            keys.emplace_back(entry->key);
+    for (Entry const& entry : m_entries) {
+        if (!entry.items.empty()) {
+            keys.push_back(entry.key);
         }
     }
     return keys;
@@ -153,7 +137,7 @@ std::vector<std::string_view> ParseResult::givenOptions() const {
 
 std::uint32_t ParseResult::findKey(std::string_view name, std::uint32_t hash) const {
     return m_keys.find(hash,
-                       [&](std::uint32_t candidate) { return m_entries[candidate]->key == name; });
+                       [&](std::uint32_t candidate) { return m_entries[candidate].key == name; });
 }
 
 std::uint32_t ParseResult::findAlias(std::string_view name, std::uint32_t hash) const {
@@ -172,73 +156,72 @@ std::uint32_t ParseResult::findEntry(std::string_view name) const {
     return alias != HashIndex::kNone ? m_aliases[alias].entry : HashIndex::kNone;
 }
 
-/// The entry for an occurrence of `option` with so many values, a new one with room for them. When
-/// this throws, nothing has changed.
-ParseResult::Entry& ParseResult::entryFor(OptionDescription const& option, std::size_t values) {
-    std::uint32_t const number = m_recent[option.m_index % m_recent.size()];
-    if (number < m_entries.size()) {
-        Entry& entry = *m_entries[number];
-        if (entry.record == &option && entry.recordNames == option.m_names.size() &&
-            entry.generation == m_generation) {
-            return entry;
+/// The entry for an occurrence of `option`, a new one with room for so many items. When this
+/// throws, nothing has changed.
+ParseResult::Entry& ParseResult::entryFor(OptionDescription const& option, std::size_t items) {
+    if (!m_known.empty()) {
+        Known const& known = knownPlace(option);
+        if (known.record == &option && known.names == option.m_names.size() &&
+            known.generation == m_generation) {
+            return m_entries[known.entry];
         }
     }
-    return findOrAddEntry(option, values);
+    return m_entries[findOrAddEntry(option, items)];
 }
 
-ParseResult::Entry& ParseResult::findOrAddEntry(OptionDescription const& option,
-                                                std::size_t values) {
-    std::uint32_t number = HashIndex::kNone;
-    for (std::string const& name : option.m_names) {
-        number = findKey(name, BRIX::TextHash::of(name));
-        if (number != HashIndex::kNone) {
-            break;
-        }
+std::uint32_t ParseResult::findOrAddEntry(OptionDescription const& option, std::size_t items) {
+    if (m_known.size() <= 2 * m_entries.size()) {
+        m_known.assign(std::max<std::size_t>(32, 2 * m_known.size()), {});
     }
-    std::unique_ptr<Entry> newEntry;
-    if (number == HashIndex::kNone) {
+    std::uint32_t number = findEntryOf(option);
+    if (number != HashIndex::kNone) {
+        addAliases(option, m_entries[number].key, number);
+    } else {
         number = static_cast<std::uint32_t>(m_entries.size());
-        newEntry = std::make_unique<Entry>();
-        newEntry->key = option.firstName();
-        newEntry->occurrences.reserve(1);
-        newEntry->values.reserve(values);
+        Entry entry;
+        entry.key = {m_texts.keep(option.firstName()), option.firstName().size()};
+        entry.items.reserve(items);
         BRIX::reserveMore(m_entries, 1, 16);
         m_keys.reserveMore(1);
-    }
-    std::vector<Alias> aliases = findNewAliases(option, number);
-    BRIX::reserveMore(m_aliases, aliases.size(), 16);
-    m_aliasIndex.reserveMore(aliases.size());
-
-    if (newEntry != nullptr) {
-        m_keys.insert(BRIX::TextHash::of(newEntry->key), number);
-        m_entries.push_back(std::move(newEntry));
+        addAliases(option, entry.key, number);
+        m_keys.insert(BRIX::TextHash::of(entry.key), number);
+        m_entries.push_back(std::move(entry));
         ++m_generation;  // the new key may come first among the names of other records
     }
-    for (Alias& alias : aliases) {
-        m_aliasIndex.insert(alias.hash, static_cast<std::uint32_t>(m_aliases.size()));
-        m_aliases.push_back(std::move(alias));
-    }
-    Entry& entry = *m_entries[number];
-    entry.record = &option;
-    entry.recordNames = option.m_names.size();
-    entry.generation = m_generation;
-    m_recent[option.m_index % m_recent.size()] = number;
-    return entry;
+    knownPlace(option) = {&option, option.m_names.size(), m_generation, number};
+    return number;
 }
 
-/// The names of `option` that do not lead to an entry yet, except the entry's own key.
-std::vector<ParseResult::Alias> ParseResult::findNewAliases(OptionDescription const& option,
-                                                            std::uint32_t entry) const {
-    std::vector<Alias> aliases;
-    std::string_view const key =
-        entry < m_entries.size() ? std::string_view(m_entries[entry]->key) : option.firstName();
+std::uint32_t ParseResult::findEntryOf(OptionDescription const& option) const {
+    for (std::string const& name : option.m_names) {
+        std::uint32_t const number = findKey(name, BRIX::TextHash::of(name));
+        if (number != HashIndex::kNone) {
+            return number;
+        }
+    }
+    return HashIndex::kNone;
+}
+
+/// Lets the names of `option` that do not lead to an entry yet, except its `key`, lead to `entry`.
+/// They do so when all are in the index; when this throws, none is.
+void ParseResult::addAliases(OptionDescription const& option, std::string_view key,
+                             std::uint32_t entry) {
+    std::size_t const oldSize = m_aliases.size();
     for (std::string const& name : option.m_names) {
         std::uint32_t const hash = BRIX::TextHash::of(name);
         if (name != key && findAlias(name, hash) == HashIndex::kNone) {
-            aliases.push_back({name, hash, entry});
+            BRIX::reserveMore(m_aliases, 1, 16);
+            m_aliases.push_back({{m_texts.keep(name), name.size()}, hash, entry});
         }
     }
-    return aliases;
+    m_aliasIndex.reserveMore(m_aliases.size() - oldSize);
+    for (std::size_t at = oldSize; at < m_aliases.size(); ++at) {
+        m_aliasIndex.insert(m_aliases[at].hash, static_cast<std::uint32_t>(at));
+    }
+}
+
+ParseResult::Known& ParseResult::knownPlace(OptionDescription const& option) {
+    return m_known[option.m_index & (m_known.size() - 1)];
 }
 
 /// Gives a value a text of its own. (The characters of a string live in the result anyway.)
@@ -250,54 +233,46 @@ void ParseResult::keepText(Value& value) {
 ParseResult::Entry* ParseResult::select(char const* name, int from, int to) {
     m_from = from;
     m_to = to;
-    m_nextValue = 0;
-    m_nextOccurrence = 0;
+    m_nextItem = 0;
     m_selected = name != nullptr ? findEntry(name) : HashIndex::kNone;
-    return m_selected != HashIndex::kNone ? m_entries[m_selected].get() : nullptr;
+    return m_selected != HashIndex::kNone ? &m_entries[m_selected] : nullptr;
 }
 
 /// Whether the entry holds a default and was never given: then the default answers for every range.
 bool ParseResult::isDefaultAlone(Entry const& entry) {
-    return entry.hasDefault && entry.occurrences.empty();
+    return entry.hasDefault && entry.items.empty();
 }
 
-/// The number of the first occurrence with from <= position < to; that behind the last if none has.
-std::size_t ParseResult::findOccurrence(Entry const& entry, int from, int to) {
-    auto const& occurrences = entry.occurrences;
-    auto found =
-        entry.isAscending
-            ? std::lower_bound(occurrences.begin(), occurrences.end(), from,
-                               [](Occurrence const& occurrence, int position) {
-                                   return occurrence.position < position;
-                               })
-            : std::find_if(occurrences.begin(), occurrences.end(),
-                           [&](Occurrence const& occurrence) {
-                               return from <= occurrence.position && occurrence.position < to;
-                           });
-    if (found != occurrences.end() && found->position >= to) {
-        found = occurrences.end();
-    }
-    return static_cast<std::size_t>(found - occurrences.begin());
-}
-
-/// Moves the iteration over what lies before its range. Whether something of the range is left; its
-/// last position belongs to it, unlike in findOccurrence.
-bool ParseResult::skipToNext(Entry const& entry) {
-    auto const skip = [&](auto const& items, std::size_t& next, auto positionOf) {
-        auto const isBefore = [&](auto const& item) { return positionOf(item) < m_from; };
-        auto at = items.begin() + static_cast<std::ptrdiff_t>(next);
-        if (at != items.end() && isBefore(*at)) {
-            at = entry.isAscending ? std::partition_point(at, items.end(), isBefore)
-                                   : std::find_if_not(at, items.end(), isBefore);
-            next = static_cast<std::size_t>(at - items.begin());
-        }
-        return at != items.end() && positionOf(*at) <= m_to;
+/// The number of the first item whose occurrence has from <= position < to; that behind the last if
+/// none has.
+std::size_t ParseResult::findItem(Entry const& entry, int from, int to) {
+    auto const& items = entry.items;
+    auto const isBefore = [from](Item const& item) { return item.occurrence < from; };
+    auto const isInside = [from, to](Item const& item) {
+        return from <= item.occurrence && item.occurrence < to;
     };
-    return entry.values.empty()
-               ? skip(entry.occurrences, m_nextOccurrence,
-                      [](Occurrence const& occurrence) { return occurrence.position; })
-               : skip(entry.values, m_nextValue,
-                      [](Value const& value) { return value.position(); });
+    auto const found = entry.isAscending
+                           ? std::partition_point(items.begin(), items.end(), isBefore)
+                           : std::find_if(items.begin(), items.end(), isInside);
+    bool const isFound = found != items.end() && isInside(*found);
+    return isFound ? static_cast<std::size_t>(found - items.begin()) : items.size();
+}
+
+/// Moves the iteration over what lies before its range, and, where values are stored, over
+/// occurrences without one. Whether something of the range is left; its last position belongs to
+/// it, unlike in findItem.
+bool ParseResult::skipToNext(Entry const& entry) {
+    auto const& items = entry.items;
+    auto const isBefore = [this](Item const& item) { return item.value.position() < m_from; };
+    auto at = items.begin() + static_cast<std::ptrdiff_t>(m_nextItem);
+    if (at != items.end() && isBefore(*at) && entry.isAscending) {
+        at = std::partition_point(at, items.end(), isBefore);
+    }
+    while (at != items.end() && (isBefore(*at) || (entry.hasValues && !at->isValue))) {
+        ++at;
+    }
+    m_nextItem = static_cast<std::size_t>(at - items.begin());
+    return at != items.end() && at->value.position() <= m_to;
 }
 
 }  // namespace varo_3_3

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <array>
-#include <memory>
 #include <span>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -54,50 +51,58 @@ public:
     std::vector<std::string_view> givenOptions() const;
 
 private:
-    /// One occurrence; its values are those from firstValue to the next occurrence's.
-    struct Occurrence {
-        int position;
-        std::uint32_t firstValue;
+    /// A value, with the position of its occurrence; or, without a value, a whole occurrence.
+    struct Item {
+        Value value;  // of an occurrence without one nothing but its position
+        int occurrence;
+        bool isValue;
     };
 
+    /// All that was stored of one option. Texts are held by the result.
     struct Entry {
-        std::string key;
-        std::vector<Occurrence> occurrences;
-        std::vector<Value> values;
+        std::string_view key;
+        std::vector<Item> items;
         Value defaultValue;
         bool hasDefault = false;
+        bool hasValues = false;
         bool isAscending = true;  // the positions; a parse within a parse stores out of order
         int lastPosition = 0;     // of all that is stored here
-
-        // The record that was last found to be stored here, with how many names, and when.
-        OptionDescription const* record = nullptr;
-        std::size_t recordNames = 0;
-        std::uint64_t generation = 0;
     };
 
     /// A synonym that leads to an entry.
     struct Alias {
-        std::string name;
+        std::string_view name;
         std::uint32_t hash;
         std::uint32_t entry;
+    };
+
+    /// Which entry a record was last found to lead to, with how many names, and when.
+    struct Known {
+        OptionDescription const* record = nullptr;
+        std::size_t names = 0;
+        std::uint64_t generation = 0;
+        std::uint32_t entry = 0;
     };
 
     std::uint32_t findKey(std::string_view name, std::uint32_t hash) const;
     std::uint32_t findEntry(std::string_view name) const;
     std::uint32_t findAlias(std::string_view name, std::uint32_t hash) const;
-    Entry& entryFor(OptionDescription const& option, std::size_t values);
-    [[gnu::noinline]] Entry& findOrAddEntry(OptionDescription const& option, std::size_t values);
-    std::vector<Alias> findNewAliases(OptionDescription const& option, std::uint32_t entry) const;
+    Entry& entryFor(OptionDescription const& option, std::size_t items);
+    [[gnu::noinline]] std::uint32_t findOrAddEntry(OptionDescription const& option,
+                                                   std::size_t items);
+    std::uint32_t findEntryOf(OptionDescription const& option) const;
+    void addAliases(OptionDescription const& option, std::string_view key, std::uint32_t entry);
+    Known& knownPlace(OptionDescription const& option);
     [[gnu::noinline]] void keepText(Value& value);
 
     Entry* select(char const* name, int from, int to);
     static bool isDefaultAlone(Entry const& entry);
-    static std::size_t findOccurrence(Entry const& entry, int from, int to);
+    static std::size_t findItem(Entry const& entry, int from, int to);
     bool skipToNext(Entry const& entry);
 
-    std::vector<std::unique_ptr<Entry>> m_entries;
-    std::uint64_t m_generation = 0;            // what was found in another one is not sure any more
-    std::array<std::uint32_t, 32> m_recent{};  // entries last found, by the number of their record
+    std::vector<Entry> m_entries;
+    std::uint64_t m_generation = 0;  // what was found in another one is not sure any more
+    std::vector<Known> m_known;  // a power of two; the lower bits of a record's number lead here
     BRIX::HashIndex m_keys;
     std::vector<Alias> m_aliases;
     BRIX::HashIndex m_aliasIndex;
@@ -111,8 +116,7 @@ private:
 
     // The iteration of next(): an entry, how far it has come, and its range.
     std::uint32_t m_selected = BRIX::HashIndex::kNone;
-    std::size_t m_nextValue = 0;
-    std::size_t m_nextOccurrence = 0;  // in force while the entry has no values
+    std::size_t m_nextItem = 0;
     int m_from = 0;
     int m_to = 0;
 

@@ -39,9 +39,9 @@ public:
 
     bool isAction() const { return m_kind == kAction; }
 
-    /// The primary name; "" for a record without names.
+    /// The primary name, ended by a zero; "" for a record without names.
     std::string_view firstName() const {
-        return m_names.empty() ? std::string_view() : std::string_view(m_names.front());
+        return m_names.empty() ? std::string_view("") : std::string_view(m_names.front());
     }
 
     /// Whether every text is a value, stored as it is typed.

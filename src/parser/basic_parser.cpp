@@ -33,9 +33,6 @@ void BasicParser::visitHandlers(Visit visit) {
 }
 
 bool BasicParser::onOptionParse(char const* name) {
-    if (m_handlers.empty()) {
-        return true;
-    }
     char const* const held = m_garbage.init(name);
     visitHandlers([&](EventHandler& handler) {
         handler.onOptionParse(held);
@@ -45,9 +42,6 @@ bool BasicParser::onOptionParse(char const* name) {
 }
 
 bool BasicParser::onValueParse(char const* name, Value const& value) {
-    if (m_handlers.empty()) {
-        return true;
-    }
     char const* const held = m_garbage.init(name);
     // What a user typed is not searched for among the texts: an enemy could make that slow.
     Value const heldValue(m_garbage.keep(value.text()), value.value(), value.position());
@@ -60,9 +54,6 @@ bool BasicParser::onValueParse(char const* name, Value const& value) {
 }
 
 bool BasicParser::onUknownArgument(char const* argument) {
-    if (m_handlers.empty()) {
-        return true;
-    }
     char const* const held = m_garbage.keep(argument);
     bool isError = true;
     visitHandlers([&](EventHandler& handler) {

@@ -72,6 +72,9 @@ protected:
     virtual int parse_phase_two(ParseSession& session);
 
 private:
+    /// Whom the recognisers tell about options and values. Only a handler can add others while a
+    /// parse runs, so one that begins without handlers has none to its end.
+    EventHandler* listener() { return m_handlers.empty() ? nullptr : this; }
     template <class Visit>
     void visitHandlers(Visit visit);
 

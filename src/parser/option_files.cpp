@@ -125,7 +125,7 @@ int BasicParser::collectNonparsingArguments(ArgumentList& args, ParseSession& se
 int BasicParser::offerToPositional(std::string_view argument, ParseSession& session) {
     SingleArgument source(argument);
     ArgumentList args(source);
-    PositionalOptionsParser positional(this, &m_garbage, m_flags & ~kDashGuard);
+    PositionalOptionsParser positional(listener(), &m_garbage, m_flags & ~kDashGuard);
     auto const logResult = [](std::string_view step, int code, std::string_view message) {
         char const digit = static_cast<char>('0' + code);
         varoLog("collectNonparsingArguments: ", step, std::string_view(&digit, 1),

@@ -130,8 +130,8 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
         internal::varoLogEnabled = true;
         args.eraseFront();
     }
-    PositionalOptionsParser positional(this, &m_garbage, m_flags);
-    AbbreviationParser abbreviation(this, &m_garbage, m_flags, session.whiteSpace);
+    PositionalOptionsParser positional(listener(), &m_garbage, m_flags);
+    AbbreviationParser abbreviation(listener(), &m_garbage, m_flags, session.whiteSpace);
     std::array<IArgumentParser*, 2> const recognizers = {&positional, &abbreviation};
     std::string reason;  // why a recogniser does not take an argument interests nobody
     std::string warning;

@@ -100,7 +100,9 @@ result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* co
             return result;
         }
     }
-    m_handler->onOptionParse(option.m_names.empty() ? "" : option.m_names.front().c_str());
+    if (m_handler != nullptr) {
+        m_handler->onOptionParse(option.firstName().data());
+    }
     varoLog(m_name, ": sent event on option parsed");
     result_t const result = parseValueAndAddOption(value, message, option, args, collector);
     if (result != kTaken) {

@@ -115,8 +115,7 @@ result_t IArgumentParser::takePiece(std::string_view piece, std::string_view val
 result_t IArgumentParser::announce(Value const& announced, std::string_view value,
                                    std::string& message, OptionDescription const& option,
                                    ArgumentList const& args) {
-    char const* const firstName = option.m_names.empty() ? "" : option.m_names.front().c_str();
-    if (!m_handler->onValueParse(firstName, announced)) {
+    if (m_handler != nullptr && !m_handler->onValueParse(option.firstName().data(), announced)) {
         message = BRIX::join({"Value '", value, "' is not valid for option '", option.firstName(),
                               "' in argument '", args[0], "'"});
         varoLog(m_name, message, " One of the handler signaled the value is not valid.");

@@ -24,8 +24,8 @@ enum result_t : int {
 /// occurrence. Made by the driver for one list of arguments and gone after it.
 class IArgumentParser {
 public:
-    /// The event handler is told about options and values. `flags` are the parser's creation flags.
-    /// None of the pointers is owned.
+    /// The event handler is told about options and values; null if nobody listens. `flags` are the
+    /// parser's creation flags. None of the pointers is owned.
     IArgumentParser(EventHandler* handler, Garbage* garbage, int flags)
         : m_handler(handler), m_garbage(garbage), m_flags(flags) {}
     virtual ~IArgumentParser() = default;

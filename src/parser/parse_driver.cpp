@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <array>
 #include <exception>
 #include <optional>
 
@@ -44,19 +43,21 @@ private:
     RegisteredOptionStorage& m_registry;
 };
 
-/// The recogniser with the highest priority among those that take args[0]; null if none does.
-IArgumentParser* chooseRecognizer(std::array<IArgumentParser*, 2> const& recognizers,
-                                  ArgumentList& args, RegisteredOptionStorage& options,
-                                  std::string& message) {
+/// The recogniser with the highest priority among those that take args[0]; null if none does. All
+/// are asked, in this order. Their classes are known here, which spares virtual calls.
+template <class... Recognizers>
+IArgumentParser* chooseRecognizer(ArgumentList& args, RegisteredOptionStorage& options,
+                                  std::string& message, Recognizers&... recognizers) {
     IArgumentParser* best = nullptr;
     int bestPriority = -99999999;
-    for (IArgumentParser* const recognizer : recognizers) {
-        if (recognizer->recognize(args, options, message) == kTaken &&
-            recognizer->getPriority() > bestPriority) {
-            best = recognizer;
-            bestPriority = recognizer->getPriority();
+    auto const ask = [&](auto& recognizer) {
+        if (recognizer.recognize(args, options, message) == kTaken &&
+            recognizer.getPriority() > bestPriority) {
+            best = &recognizer;
+            bestPriority = recognizer.getPriority();
         }
-    }
+    };
+    (ask(recognizers), ...);
     return best;
 }
 
@@ -132,11 +133,11 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
     }
     PositionalOptionsParser positional(listener(), &m_garbage, m_flags);
     AbbreviationParser abbreviation(listener(), &m_garbage, m_flags, session.whiteSpace);
-    std::array<IArgumentParser*, 2> const recognizers = {&positional, &abbreviation};
     std::string reason;  // why a recogniser does not take an argument interests nobody
     std::string warning;
     while (!args.empty() && args[0] != kEndMarker) {
-        IArgumentParser* const recognizer = chooseRecognizer(recognizers, args, m_registry, reason);
+        IArgumentParser* const recognizer =
+            chooseRecognizer(args, m_registry, reason, positional, abbreviation);
         if (recognizer == nullptr) {
             if (takeUnclaimed(args, session.error) != kSuccess) {
                 return kParseError;

@@ -7,6 +7,7 @@
 #include "help/paragraph.h"
 #include "options/value_text.h"
 #include "platform/join.h"
+#include "platform/text_lead.h"
 #include "varo/parser.h"
 
 namespace varo_3_3 {
@@ -16,6 +17,20 @@ constexpr unsigned long kDescriptionColumn = 30;
 constexpr unsigned long kDescriptionWidth = 50;
 constexpr unsigned long kSectionColumn = 1;
 constexpr unsigned long kSectionWidth = 80;
+
+/// An entry in its section: by name, then in the order of the declarations.
+struct Entry {
+    std::uint64_t lead;  // of the name
+    OptionDescription const* option;
+
+    bool operator<(Entry const& other) const {
+        if (lead != other.lead) {
+            return lead < other.lead;
+        }
+        int const order = option->firstName().compare(other.option->firstName());
+        return order < 0 || (order == 0 && option->m_index < other.option->m_index);
+    }
+};
 
 void appendDashed(std::string& entry, std::string_view name, HelpStyle style) {
     bool const isDouble = (style.flags & kDoubleDashHelp) != 0 && name.size() >= 2;
@@ -99,12 +114,13 @@ std::string topicList(ShownOptions const& actions) {
 std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions const& options,
                           HelpStyle style) {
     constexpr std::size_t kUsualCaption = 80;  // with the blanks in front of further lines
-    std::vector<ShownOptions> bySection(registry.sections().size());
+    std::vector<std::vector<Entry>> bySection(registry.sections().size());
     std::size_t expectedSize = 0;
     for (OptionDescription const* const option : options) {
-        expectedSize += option->m_description.size() * 3 / 2 + kUsualCaption;
+        expectedSize += option->m_description.size() * 7 / 4 + kUsualCaption;
         if (!option->m_isPositional) {
-            bySection[registry.sectionNumber(option->m_section)].push_back(option);
+            bySection[registry.sectionNumber(option->m_section)].push_back(
+                {BRIX::leadOf({}, option->firstName()), option});
         }
     }
     std::string help;
@@ -120,13 +136,9 @@ std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions 
             appendParagraph(help, text, "", kSectionColumn, kSectionWidth);
             help += '\n';
         }
-        ShownOptions& shown = bySection[number];
-        std::sort(shown.begin(), shown.end(), [](auto const* left, auto const* right) {
-            int const order = left->firstName().compare(right->firstName());
-            return order < 0 || (order == 0 && left->m_index < right->m_index);
-        });
-        for (OptionDescription const* const option : shown) {
-            appendEntry(help, *option, style);
+        std::sort(bySection[number].begin(), bySection[number].end());
+        for (Entry const& entry : bySection[number]) {
+            appendEntry(help, *entry.option, style);
         }
         help += '\n';
     }

@@ -12,26 +12,22 @@ bool isBreak(char character) {
     return character == ' ' || character == '\n';
 }
 
-/// The length of the piece of `text`, which does not begin with a blank, that goes into `room`.
-std::size_t cutPiece(std::string_view text, std::size_t room) {
-    std::size_t const newline = text.substr(0, room).find('\n');
-    std::size_t const limit = std::min(room, newline);
-    std::size_t const length = std::min(limit, text.size());
-    if (length == text.size() || isBreak(text[length])) {
-        return length;
+/// The beginning of `text`, which does not begin with a blank, that goes into `room`; the first
+/// newline is at `newline`.
+std::string_view cutPiece(std::string_view text, std::size_t newline, std::size_t room) {
+    std::string_view const piece = text.substr(0, std::min(room, newline));
+    if (piece.size() == text.size() || isBreak(text[piece.size()])) {
+        return piece;
     }
-    if (length == 0) {
+    if (piece.empty()) {
         BRIX::throwOutOfRange("basic_string::at: __n (which is %zu) >= this->size() (which is %zu)",
-                              length - 1, length);
+                              piece.size() - 1, piece.size());
     }
-    if (text[length - 1] == ' ') {
-        return length;
+    if (piece.back() == ' ') {
+        return piece;
     }
-    std::size_t blank = limit;
-    while (blank > 0 && text[blank] != ' ') {
-        --blank;
-    }
-    return blank > 0 ? blank : room;  // a word longer than the room is cut
+    // A word that is longer than the room is cut.
+    return piece.substr(0, piece.rfind(' '));
 }
 
 }  // namespace
@@ -43,9 +39,11 @@ void appendParagraph(std::string& block, std::string_view text, std::string_view
     }
     block += caption;
     std::size_t lineLength = caption.size();
-    while (!text.empty()) {
-        while (!text.empty() && isBreak(text.front())) {
-            text.remove_prefix(1);
+    std::size_t at = 0;                     // how far the text is laid out
+    std::size_t newline = text.find('\n');  // the first one from there on
+    while (at < text.size()) {
+        while (at < text.size() && isBreak(text[at])) {
+            ++at;
         }
         std::size_t blanks = indent - lineLength;
         std::size_t room = width - 1;  // wraps round for a width of 0: lines of any length
@@ -58,11 +56,14 @@ void appendParagraph(std::string& block, std::string_view text, std::string_view
             blanks = 1;
             room = indent + width - 1 - lineLength - 1;
         }
-        std::size_t const length = cutPiece(text, room);
+        if (newline < at) {
+            newline = text.find('\n', at);
+        }
+        std::string_view const piece = cutPiece(text.substr(at), newline - at, room);
         block.append(blanks, ' ');
-        block.append(length + 1, '\n');
-        text.copy(block.data() + block.size() - length - 1, length);
-        text.remove_prefix(length);
+        block += piece;
+        block += '\n';
+        at += piece.size();
         lineLength = 0;
     }
 }

@@ -5,23 +5,12 @@
 #include "parser/tag_sets.h"
 #include "platform/join.h"
 #include "platform/reserve_more.h"
+#include "platform/text_lead.h"
 
 namespace varo_3_3 {
 namespace {
 
 constexpr std::string_view kNegation = "no-";
-
-/// The first eight bytes of prefix + text as one number that orders like them.
-std::uint64_t leadOf(std::string_view prefix, std::string_view text) {
-    std::uint64_t lead = 0;
-    for (std::size_t at = 0; at < sizeof(lead); ++at) {
-        bool const inPrefix = at < prefix.size();
-        std::size_t const inText = at - prefix.size();
-        char const byte = inPrefix ? prefix[at] : inText < text.size() ? text[inText] : '\0';
-        lead = lead << 8 | static_cast<unsigned char>(byte);
-    }
-    return lead;
-}
 
 }  // namespace
 
@@ -97,7 +86,7 @@ NameIndex::BestMatch NameIndex::find_best_match(std::string_view typed) {
         return match;
     }
     sortHeads();
-    std::uint64_t const lead = leadOf({}, typed);
+    std::uint64_t const lead = BRIX::leadOf({}, typed);
     auto const begin =
         std::partition_point(m_sorted.begin(), m_sorted.end(), [&](SortedKey const& sorted) {
             return sorted.lead != lead ? sorted.lead < lead
@@ -339,7 +328,7 @@ void NameIndex::sortHeads() {
     m_heads.forEach([this](std::uint32_t number) {
         Key const& key = m_keys[number];
         if (key.tag == nullptr) {
-            m_sorted.push_back({leadOf(prefixOf(key), nameOf(key)), number});
+            m_sorted.push_back({BRIX::leadOf(prefixOf(key), nameOf(key)), number});
         }
     });
     std::sort(

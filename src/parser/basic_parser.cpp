@@ -160,7 +160,7 @@ bool BasicParser::removeHandler(EventHandler* handler) {
 bool BasicParser::addOptionFileOption(char const* description, char const* section) {
     m_optionFileEnabled = true;
     return !m_registry.isPlaceholder(
-        option(kOptionFileName, description, mosaic2::vtString, section));
+        option(kOptionFileName.data(), description, mosaic2::vtString, section));
 }
 
 void BasicParser::setReplace(bool replace) {

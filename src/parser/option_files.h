@@ -13,7 +13,7 @@
 namespace varo_3_3 {
 
 /// The name of the option whose values name option files.
-inline constexpr char const* kOptionFileName = "option-file";
+inline constexpr std::string_view kOptionFileName = "option-file";
 
 /// The arguments of a text in the format of option files: one a line, without the white space in
 /// front of it and the carriage returns behind it; empty lines and comments yield none.

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace BRIX {
+
+/// The first eight bytes of prefix + text as one number that orders like them: most texts can be
+/// told apart without a look at where they lie in memory.
+inline std::uint64_t leadOf(std::string_view prefix, std::string_view text) {
+    std::uint64_t lead = 0;
+    for (std::size_t at = 0; at < sizeof(lead); ++at) {
+        bool const inPrefix = at < prefix.size();
+        std::size_t const inText = at - prefix.size();
+        char const byte = inPrefix ? prefix[at] : inText < text.size() ? text[inText] : '\0';
+        lead = lead << 8 | static_cast<unsigned char>(byte);
+    }
+    return lead;
+}
+
+}  // namespace BRIX

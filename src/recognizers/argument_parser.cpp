@@ -50,7 +50,8 @@ result_t IArgumentParser::takeWhole(std::string_view value, int position, std::s
     mosaic2::variant_t converted = mosaic2::variant_t::copy_of(value.data(), value.size());
     char const* const text = converted.m_value.m_text;
     Value whole(text, std::move(converted), takePosition());
-    result_t const result = announce(whole, value, message, option, args);
+    result_t const result =
+        m_handler == nullptr ? kTaken : announce(whole, value, message, option, args);
     if (result == kTaken) {
         collector->store(option, {position, {&whole, 1}});
     }
@@ -103,7 +104,8 @@ result_t IArgumentParser::takePiece(std::string_view piece, std::string_view val
         message += m_reason;
     }
     addValue(piece, value, std::move(converted), option);
-    result_t const result = announce(m_values.back(), value, message, option, args);
+    result_t const result =
+        m_handler == nullptr ? kTaken : announce(m_values.back(), value, message, option, args);
     if (result == kTaken) {
         varoLog(m_name, ": sent event on value parsed, option: '", option.firstName(),
                 "', value: '", piece, "'");
@@ -115,7 +117,7 @@ result_t IArgumentParser::takePiece(std::string_view piece, std::string_view val
 result_t IArgumentParser::announce(Value const& announced, std::string_view value,
                                    std::string& message, OptionDescription const& option,
                                    ArgumentList const& args) {
-    if (m_handler != nullptr && !m_handler->onValueParse(option.firstName().data(), announced)) {
+    if (!m_handler->onValueParse(option.firstName().data(), announced)) {
         message = BRIX::join({"Value '", value, "' is not valid for option '", option.firstName(),
                               "' in argument '", args[0], "'"});
         varoLog(m_name, message, " One of the handler signaled the value is not valid.");

@@ -208,8 +208,11 @@ void ParseResult::addAliases(OptionDescription const& option, std::string_view k
                              std::uint32_t entry) {
     std::size_t const oldSize = m_aliases.size();
     for (std::string const& name : option.m_names) {
+        if (name == key) {
+            continue;
+        }
         std::uint32_t const hash = BRIX::TextHash::of(name);
-        if (name != key && findAlias(name, hash) == HashIndex::kNone) {
+        if (findAlias(name, hash) == HashIndex::kNone) {
             BRIX::reserveMore(m_aliases, 1, 16);
             m_aliases.push_back({{m_texts.keep(name), name.size()}, hash, entry});
         }

@@ -51,10 +51,10 @@ public:
     std::vector<std::string_view> givenOptions() const;
 
 private:
-    /// A value, with the position of its occurrence; or, without a value, a whole occurrence.
+    /// A value of an occurrence; or an occurrence that has none.
     struct Item {
-        Value value;  // of an occurrence without one nothing but its position
-        int occurrence;
+        Value value;     // in an occurrence without one nothing but its position
+        int occurrence;  // its position
         bool isValue;
     };
 

@@ -134,8 +134,6 @@ bool OperationFromString::execute<double>() {
             return false;
         }
         value = first == 1 ? -0.0 : 0.0;
-    } else if (error != std::errc()) {
-        return false;
     }
     m_result = value;
     return true;

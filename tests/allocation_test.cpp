@@ -247,6 +247,23 @@ TEST(FailingMemory, DeclarationsAreMadeWholeOrNotAtAll) {
     });
 }
 
+TEST(FailingMemory, SynonymsAreAddedOrNot) {
+    exhaust([](Trial& trial, std::string const&) {
+        varo::Parser const parser;
+        varo::IOption* const option = parser->option("first", "Text", mosaic2::vtBool, "");
+        for (std::string name = "a"; name != "r"; ++name[0]) {
+            if (!trial.attempt([&] { option->synonym(name.c_str()); })) {
+                EXPECT_FALSE(parser->isOptionDeclared(name.c_str(), false, nullptr));
+                trial.endFailures();
+                option->synonym(name.c_str());
+            }
+            EXPECT_TRUE(parser->isOptionDeclared(name.c_str(), false, nullptr));
+        }
+        trial.m_notes = parser->getDescription(false);
+        return true;
+    });
+}
+
 TEST(FailingMemory, ParsesFailOrDoAll) {
     Arguments const everything{"--verb", "--no-v",   "--level=1,2", "-l",    "7",    "--list",
                                kLong,    "--mode=q", "--mode=fast", "--run", "file", "other,file"};

@@ -59,9 +59,11 @@ std::vector<Type> types() {
           {"0." + zeros + "1", "double 0"},
           {"1e-99999999999999999999", "double 0"},
           {"0e999", "double 0"},
+          {"-1e-999", "double -0"},
           {"0." + zeros + "1e401", "double 1"}},
-         {"1.8e308", "-1e999", "1" + zeros, "0." + zeros + "1e999", "1e99999999999999999999", "+-1",
-          "++1", "1e", "nan", "-inf", "Infinity", "1,5", "0x10", "1 2"}},
+         {" ", "-", ".", "1.8e308", "1e+999", "-1e999", "1" + zeros, "0." + zeros + "1e999",
+          "1e99999999999999999999", "+-1", "++1", "1e", "nan", "-inf", "Infinity", "1,5", "0x10",
+          "1 2"}},
         {vtBool,
          "undefined",
          {{"1", "true"},
@@ -105,12 +107,13 @@ void expectShortTexts() {
         ->allowValue(1e300)
         ->allowValue(1234567.0)
         ->allowValue("a")
+        ->allowValue({nullptr, true})
         ->allowValue(variant_t());
     check(parser, {{{"--x=1"},
                     2,
                     "Value validation problem in argument '--x=1': Option 'x' does not allow value "
                     "'1'. Possible values follows: '1', '-1234567', '4294967295', "
-                    "'18446744073709551615', '0.1', '1e+300', '1234567', 'a', ''"}});
+                    "'18446744073709551615', '0.1', '1e+300', '1234567', 'a', '', ''"}});
 }
 
 class CommaAndDots final : public std::numpunct<char> {

@@ -168,6 +168,21 @@ AbbreviationParser: Ambiguous option 'fi' in argument: '--fi', could be: 'file',
 )");
 }
 
+TEST(Trace, NeedsNoConsole) {
+    struct Full final : std::streambuf {
+    } full;
+    std::streambuf* const old = BRIX::ucout.rdbuf(&full);
+    varo::Parser const parser;
+    parser->option("level", "", vtS32, "");
+    for (auto const exceptions : {std::ios::goodbit, std::ios::badbit}) {
+        BRIX::ucout.clear();
+        BRIX::ucout.exceptions(exceptions);
+        check(parser, {{{"varooption=varologenable=1", "--level=1"}, 0, "", "level", "s32 1"}});
+        BRIX::ucout.exceptions(std::ios::goodbit);
+    }
+    BRIX::ucout.rdbuf(old);
+}
+
 TEST(Trace, LastsForOneParseAndStartsWithTheFirstArgumentOnly) {
     varo::Parser const parser(varo::kUnknownIsError);
     parser->option("level", "", vtS32, "");

@@ -18,7 +18,7 @@ static_assert((varo::kDashGuard | varo::Flags()).has(varo::kDashGuard));
 static_assert(!varo::Flags(varo::kDashGuard).has(varo::kUnknownIsError));
 
 varo::Parser makeParser() {
-    varo::Parser parser(varo::kUnknownIsError);
+    varo::Parser parser(varo::kUnknownIsError | varo::Flags());
     parser->option("level", "", vtS32, "")->defaultValue(3);
     parser->option("size", "", vtU64, "");
     parser->option("ratio", "", vtDouble, "");
@@ -38,7 +38,7 @@ TEST(Handles, GiveValuesOrNothing) {
     EXPECT_EQ(result.get<int>("level"), 3);
     EXPECT_EQ(result.last<int>("level"), 3);
     EXPECT_EQ(result.get<unsigned long>("size"), 255U);
-    EXPECT_EQ(result.last<long long>("size"), 1);
+    EXPECT_EQ(result.last<long>("size"), 1);
     EXPECT_EQ(result.get<double>("size"), 255.0);
     EXPECT_EQ(result.get<bool>("flag"), false);
     EXPECT_EQ(result.get<std::string>("word"), "a");
@@ -67,6 +67,8 @@ TEST(Handles, WalkValuesAndArguments) {
     EXPECT_EQ(words(0, second), "a");
     EXPECT_EQ(result.values("level").begin(), result.values("level").end());
     EXPECT_EQ(plainArguments(result), "x||y|");
+    EXPECT_STREQ((result.values("word").begin()++)->text(), "a");
+    EXPECT_STREQ(*result.arguments().begin()++, "x");
 }
 
 TEST(Handles, AreEmptyAfterAMove) {

@@ -241,7 +241,13 @@ void checkVariables() {
     IParseResult* result = nullptr;
     createParser(&parser, 0);
     parser->createResult(&result);
-    parser->option("name", "", mosaic2::vtString, "");
+    IOption* const name = parser->option("name", "", mosaic2::vtString, "");
+    variant_t broken;  // a string without a block: the library reports it when it copies it
+    broken.m_type = mosaic2::vtString;
+    name->defaultValue(broken);
+    CHECK(reports > 1);
+    broken.m_type = mosaic2::vtNull;
+    name->defaultValue(broken);
     variant_t::memory_functions_t const before = variant_t::m_mem;
     variant_t::m_mem = {&std::free, &countAllocation};
     CHECK(parser->parseStream("--name=value", result) == kSuccess);

@@ -86,6 +86,9 @@ TEST_F(Observers, RefuseValues) {
 }
 
 TEST_F(Observers, VetoUnknownArgumentsTogether) {
+    struct Silent final : varo::EventHandler {
+    } silent;
+    m_parser->addHandler(&silent);
     once(0, "unknown -a", [] { return false; });
     once(2, "option level", [] { return false; });  // without effect
     EXPECT_EQ(parse({"-a", "--level=1", "-b"}), 2);

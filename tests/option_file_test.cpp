@@ -139,6 +139,9 @@ TEST(OptionFiles, AreLimitedInNumberAndLeaveNothingOpen) {
     EXPECT_EQ(parser.error(), unreadable(leaf));
     EXPECT_EQ(parse(parser, result, {from(directory.path("f0"))}), 6);
     EXPECT_EQ(parse(parser, result, {from("/dev/zero")}), 6);
+    std::string const large = directory.write("large", "#" + std::string(90'000'000, 'x'));
+    EXPECT_EQ(parse(parser, result, {from(large), from(large)}), 0);
+    EXPECT_EQ(parse(parser, result, {from(large), from(large), from(large)}), 6);
     for (int index = 0; index < 100; ++index) {
         EXPECT_EQ(parse(parser, result, {from(directory.path("."))}), 6);
         EXPECT_EQ(parse(parser, result, {from(directory.path("missing"))}), 6);
@@ -171,7 +174,7 @@ TEST(OptionFiles, NeedTheirDeclarationOrTheHosts) {
     varo::Parser const numbers;
     numbers->option("option-file", "", vtS32, "");
     numbers->addOptionFileOption("", "");
-    check(numbers, {{{"--option-file=5"}, 0, "", "option-file", "s32 5"}});
+    check(numbers, {{{"--option-file=5,6"}, 0, "", "option-file", "s32 5 s32 6"}});
 }
 
 TEST(OptionFiles, AreReadWhateverTheObserversAsk) {

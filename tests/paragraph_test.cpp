@@ -24,6 +24,7 @@ TEST(Paragraph, BreaksLinesAtBlanks) {
              // Words without room are cut.
              {"abcdefghij", "", 0, 5, "abcd\nefgh\nij\n"},
              {"abcdefgh ij", "", 0, 5, "abcd\nefgh\nij\n"},
+             {"a bcdef", "", 0, 4, "a\nbcd\nef\n"},
              {"ab cdefghij", "", 3, 5, "   ab\n   cdef\n   ghij\n"},
              {"ab", "", 2, 2, "  a\n  b\n"},
              {"abc\nd", "", 0, 3, "ab\nc\nd\n"},

@@ -59,18 +59,20 @@ TEST(Positional, TakesTheRestAsOccurrencesOfTheirOwn) {
     check(parser, {{{"--name=x", "1", "-2", "3"}, 0, "", "number", "s32 1 s32 -2 s32 3"},
                    {{"-2", "1"}, 2, "Unknown option: -2"},
                    {{"1", "--name=x", "3"}, 2, noInteger("--name=x"), "number", "s32 1"}});
-    varo::Parser const words(varo::kTakeTheRest);
+    varo::Parser const words(varo::kTakeTheRest | varo::kOptionsAfterMarker);
     words->option("word", "", vtString, "")->positional();
     varo::Result result = words.createResult();
     EXPECT_EQ(parse(words, result, {"a", "--word=b", "--", "c"}), 0);
     EXPECT_EQ(contents(result, "word"), "'a' '--word=b' '--' 'c'");
     EXPECT_EQ(plainArguments(result), "");
+    EXPECT_EQ(parse(words, result, {"--", "d", "e"}), 0);
+    EXPECT_EQ(contents(result, "word"), "'a' '--word=b' '--' 'c' 'd' 'e'");
     int occurrences = 0;
     for (int from = 0; result.interface()->present("word", from, varo::kNoPosition);
          ++occurrences) {
         from = result.interface()->get("word", from, varo::kNoPosition).position() + 1;
     }
-    EXPECT_EQ(occurrences, 4);
+    EXPECT_EQ(occurrences, 6);
 }
 
 TEST(Positional, ReportsValuesButNoOption) {

@@ -1,6 +1,7 @@
 #include <stdexcept>
 
 #include "parser/basic_parser.h"
+#include "platform/utf.h"
 #include "recognizers/abbreviation_parser.h"
 #include "recognizers/positional_parser.h"
 #include "results/parse_result.h"
@@ -21,6 +22,15 @@ TEST(Dashes, AreMeasuredInBytes) {
     EXPECT_EQ(lengths, "1300000000");
     EXPECT_THROW(getDashLength(text, text.size() + 1), std::out_of_range);
     EXPECT_THROW(getDashLength("", 1), std::out_of_range);
+}
+
+TEST(Dashes, AreEncodedLikeAllCharacters) {
+    std::string text;
+    for (char32_t const character : {0x2DU, 0x7FU, 0x80U, 0x7FFU, 0x800U, 0xD7FFU, 0xD800U, 0xDFFFU,
+                                     0xE000U, 0xFFFFU, 0x10000U, 0x10FFFFU, 0x110000U}) {
+        text += BRIX::utf32_to_utf8(character).view();
+    }
+    EXPECT_EQ(text, "-\x7F\u0080\u07FF\u0800\uD7FF??\uE000\uFFFF\U00010000\U0010FFFF?");
 }
 
 TEST(Recognizers, ParseWithoutRecognizeFindsNoOption) {
@@ -45,6 +55,7 @@ TEST(Recognizers, ParseWithoutRecognizeFindsNoOption) {
         return std::to_string(code) + message;
     };
     EXPECT_EQ(parse(abbreviations, "--verbose", false), "2Unknown option 'verbose'");
+    EXPECT_EQ(parse(abbreviations, "--", false), "2Unknown option ''");
     EXPECT_EQ(parse(abbreviations, "--verbose", true), "0");
     EXPECT_EQ(parse(abbreviations, "--typo", true), "2Unknown option 'typo'");
     std::string const ambiguous =

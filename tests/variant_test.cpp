@@ -3,6 +3,7 @@
 #include <cwchar>
 #include <limits>
 #include <new>
+#include <thread>
 
 #include "support.h"
 
@@ -50,8 +51,8 @@ TEST(Variant, OrdersAndComparesEveryKind) {
     std::vector<Row> const rows{
         {-1, 0, '<'},
         {1U, 0xFFFFFFFFU, '<'},
-        {-1LL, 0LL, '<'},
-        {1ULL, ~0ULL, '<'},
+        {-1L, 0LL, '<'},
+        {1UL, ~0ULL, '<'},
         // Two kinds of integers: signed unless both are unsigned, and equal bit by bit.
         {-1, 0U, '<'},
         {~0ULL, 0, '<'},
@@ -142,13 +143,25 @@ TEST_F(Variants, ShareAndFreeBlocks) {
     text.free_data();
     EXPECT_EQ(g_blocks, 0);
 
+    // What is shared may be in use elsewhere.
+    variant_t const shared("shared");
+    auto const copyOften = [&] {
+        for (int index = 0; index < 10000; ++index) {
+            variant_t const copy(shared);
+        }
+    };
+    std::thread other(copyOften);
+    copyOften();
+    other.join();
+    EXPECT_EQ(header(shared).m_count, 1);
+
     variant_t const nothing(static_cast<char const*>(nullptr));
     EXPECT_EQ(nothing.m_type, vtString);
     EXPECT_EQ(header(nothing).m_size, 0U);
     EXPECT_STREQ(nothing.get<char const*>(), "");
     variant_t const borrowed("literal", true);
     EXPECT_EQ(borrowed.m_type, vtStringRef);
-    EXPECT_EQ(g_blocks, 1);
+    EXPECT_EQ(g_blocks, 2);
 }
 
 class Object final : public object_t {
@@ -157,9 +170,11 @@ public:
     void release() override {
         ++m_released;
         variant_t const again(*m_alias);
+        m_kept = again;
     }
     int m_released = 0;
     variant_t* m_alias = nullptr;
+    variant_t m_kept;
 };
 
 TEST_F(Variants, ReleaseAnObjectOnce) {
@@ -182,6 +197,10 @@ TEST_F(Variants, ReleaseAnObjectOnce) {
 std::string g_checks;
 
 TEST_F(Variants, ReportReadsOfAnotherKindAndGoOn) {
+    testing::internal::CaptureStderr();
+    EXPECT_EQ(variant_t(1.0).get<int>(), 0);
+    EXPECT_NE(testing::internal::GetCapturedStderr().find("failed: can_get<s32_t>()"),
+              std::string::npos);
     auto const oldHook = BRIX::debug::_private::assertion;
     BRIX::debug::_private::assertion = [](char const* check, char const* file, int line,
                                           char const* function) {
@@ -204,13 +223,17 @@ TEST_F(Variants, ReportReadsOfAnotherKindAndGoOn) {
     EXPECT_EQ(variant_t(-1).get<unsigned>(), 0xFFFFFFFFU);
     EXPECT_EQ(varo::Value("", 5, 0).as<char const*>(), nullptr);
     EXPECT_FALSE(tagged(19, 0) < tagged(19, 0));
-    variant_t damaged = tagged(vtString, 0);
+    variant_t damaged = tagged(vtBlob, 0);
+    EXPECT_TRUE(damaged == damaged);
+    variant_t(damaged).free_data();
     damaged.free_data();
     EXPECT_EQ(damaged.m_type, vtNull);
     EXPECT_EQ(g_checks,
               "can_get<s32_t>(); can_get<u32_t>(); can_get<bool>(); can_get<s64_t>(); "
               "can_get<u64_t>(); can_get<double>(); can_get<const char*>(); "
-              "m_type == vtNull && var.m_type == vtNull; m_value.m_data != NULL; ");
+              "m_type == vtNull && var.m_type == vtNull; m_value.m_data != NULL; "
+              "m_value.m_data != NULL; m_value.m_data != NULL; h != NULL; m_value.m_data != NULL; "
+              "m_value.m_data != NULL; ");
     BRIX::debug::_private::assertion = oldHook;
 }
 

@@ -48,11 +48,6 @@ static_assert(sizeof(IParser) == 8 && sizeof(IOption) == 8 && sizeof(IParseResul
 static_assert(sizeof(EventHandler) == 8 && sizeof(mosaic2::object_t) == 8);
 static_assert(!std::has_virtual_destructor_v<EventHandler>);
 
-static_assert(mosaic2::vtBool == 0 && mosaic2::vtS32 == 6 && mosaic2::vtU32 == 7);
-static_assert(mosaic2::vtS64 == 8 && mosaic2::vtU64 == 9 && mosaic2::vtDouble == 11);
-static_assert(mosaic2::vtString == 12 && mosaic2::vtWString == 13 && mosaic2::vtStringRef == 14);
-static_assert(mosaic2::vtWStringRef == 15 && mosaic2::vtBlob == 16 && mosaic2::vtNull == 17);
-static_assert(mosaic2::vtObject == 18);
 static_assert(kUnknownIsError == 2 && kOptionsAfterMarker == 4 && kDashGuard == 8);
 static_assert(kTakeTheRest == 16 && kKeepCommas == 32 && kDoubleDashHelp == 64);
 static_assert(kSuccess == 0 && kRefused == 1 && kParseError == 2 && kUnusableArguments == 3);

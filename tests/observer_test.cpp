@@ -60,12 +60,14 @@ TEST_F(Observers, HearEventsInOrder) {
 TEST_F(Observers, KeepTextsAsLongAsTheParser) {
     std::string const text(100, 't');
     EXPECT_EQ(parse({"--list=" + text, "--" + text}), 2);
+    char const* const error = m_parser.error();
+    EXPECT_EQ(parse({"-another"}), 2);
     m_result = varo::Result();
-    std::string all;
+    std::string all = error;
     for (char const* const kept : m_observers[0].m_texts) {
         all += kept;
     }
-    EXPECT_EQ(all, "list" + text + "--" + text);
+    EXPECT_EQ(all, "Unknown option: --" + text + "list" + text + "--" + text + "-another");
 }
 
 TEST_F(Observers, RefuseValues) {
@@ -122,24 +124,15 @@ TEST_F(Observers, RemoveEachOther) {
                 std::string const all =
                     "option level; value level=1; unknown -x; option level; value level=2; ";
                 for (int index = 0; index < 3; ++index) {
-                    if (index != removed) {
-                        EXPECT_EQ(observers[index]->m_events, all);
-                    } else if (index == remover) {
+                    std::size_t const end = all.find(event) + std::string(event).size() + 2;
+                    if (observers[index] != nullptr) {
                         EXPECT_EQ(observers[index]->m_events,
-                                  all.substr(0, all.find(event) + std::string(event).size() + 2));
+                                  index == removed ? all.substr(0, end) : all);
                     }
                 }
             }
         }
     }
-}
-
-TEST_F(Observers, AddOthers) {
-    Observer added;
-    once(1, "option level", [&] { return m_parser->addHandler(&added); });
-    EXPECT_EQ(parse({"--level=1", "--list=a"}), 0);
-    EXPECT_NE(added.m_events.find("option list; value list=a; "), std::string::npos);
-    EXPECT_EQ(m_observers[2].m_events, "option level; value level=1; option list; value list=a; ");
 }
 
 TEST_F(Observers, DeclareAndReplaceWhatIsInUse) {

@@ -149,13 +149,6 @@ TEST(OptionFiles, AreLimitedInNumberAndLeaveNothingOpen) {
     EXPECT_EQ(openFiles(), before);
 }
 
-TEST(OptionFiles, AreSplitFromOneValueLikeAnyOther) {
-    Directory const directory;
-    varo::Parser const parser = fileParser(varo::Flags());
-    std::string const a = directory.write("a", "--n=1,2\n"), b = directory.write("b", "--n=3\n");
-    check(parser, {{{from(b + "," + a)}, 0, "", "n", "s32 3 s32 1 s32 2"}});
-}
-
 TEST(OptionFiles, NeedTheirDeclarationOrTheHosts) {
     Directory const directory;
     std::string const file = directory.write("file", "--n=1\n");
@@ -166,7 +159,8 @@ TEST(OptionFiles, NeedTheirDeclarationOrTheHosts) {
     own->option("option-file,f", "", vtString, "")->defaultValue(other.c_str());
     check(own, {{{from(file)}, 0, "", "n", "absent"}});
     EXPECT_FALSE(own->addOptionFileOption("", ""));
-    check(own, {{{"-f", file}, 0, "", "n", "s32 1"}, {{"--n=5"}, 0, "", "n", "s32 5 s32 2"}});
+    check(own, {{{"-f", other + "," + file}, 0, "", "n", "s32 2 s32 1"},
+                {{"--n=5"}, 0, "", "n", "s32 5 s32 2"}});
     own->setReplace(true);
     own->option("option-file,f", "", vtString, "")->defaultValue("");
     check(own, {{{"--n=5"}, 6, unreadable(""), "n", "s32 5"}});
@@ -175,28 +169,6 @@ TEST(OptionFiles, NeedTheirDeclarationOrTheHosts) {
     numbers->option("option-file", "", vtS32, "");
     numbers->addOptionFileOption("", "");
     check(numbers, {{{"--option-file=5,6"}, 0, "", "option-file", "s32 5 s32 6"}});
-}
-
-TEST(OptionFiles, AreReadWhateverTheObserversAsk) {
-    Directory const directory;
-    varo::Parser const parser = fileParser();
-    std::string const b = directory.write("b", "--n=2\n");
-    std::string const a = directory.write("a", "--n=1\n" + from(b) + "\n");
-    varo::Result result = parser.createResult();
-    Observer observer;
-    observer.m_reaction = [&](std::string const&) {
-        contents(result, "option-file");
-        result.interface()->get("n", 0, varo::kNoPosition);
-        return true;
-    };
-    parser->addHandler(&observer);
-    Console const console;
-    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", from(a), from(b)}), 0);
-    EXPECT_EQ(contents(result, "n"), "s32 1 s32 2 s32 2");
-    // The trace ends where the first file begins.
-    EXPECT_EQ(console.text().find("--n"), std::string::npos);
-    EXPECT_NE(observer.m_events.find("option n; value n=1; option option-file; "),
-              std::string::npos);
 }
 
 }  // namespace

@@ -81,17 +81,4 @@ TEST(Recognizers, PositionsStopBeforeTheHighest) {
     IArgumentParser::m_idx = saved;
 }
 
-TEST(ActionRules, CompareSetsOfNames) {
-    BasicParser parser(0);
-    auto const allowed = [&](std::set<std::string> const& actions) {
-        return parser.assertActionsCanBeUsedSimultaneously(actions);
-    };
-    EXPECT_FALSE(allowed({"a", "b"}) || allowed({"a"}) || allowed({}));
-    parser.allowSimultaneousActions({"a", "b", "c"});
-    parser.allowSimultaneousActions({"d"});
-    EXPECT_TRUE(allowed({"a", "c"}) && allowed({"d"}) && allowed({}) && allowed({"a", "b", "c"}));
-    EXPECT_FALSE(allowed({"a", "d"}) || allowed({"A"}) || allowed({"a", "b", "c", "e"}) ||
-                 allowed({"0", "a"}));
-}
-
 }  // namespace

@@ -97,10 +97,4 @@ TEST(Registry, AnswersWhatIsDeclared) {
     }
 }
 
-TEST(Registry, NullOutPointersAreRefused) {
-    EXPECT_EQ(varo::createParser(nullptr, 0), varo::kUnusableArguments);
-    varo::Parser const parser;
-    EXPECT_EQ(parser->createResult(nullptr), varo::kUnusableArguments);
-}
-
 }  // namespace

@@ -170,6 +170,7 @@ TEST_F(ParseResult, KeysComeBeforeSynonyms) {
     parse({"--one=1"});
     EXPECT_EQ(contents(m_result, "two"), "s32 1");
     EXPECT_EQ(other->parseStream("--two=2", m_query), varo::kRefused);
+    EXPECT_STREQ(other.error(), "");
     EXPECT_EQ(contents(m_result, "two"), "s32 2");
     EXPECT_EQ(contents(m_result, "one"), "s32 1");
     // A later occurrence goes to the first of its names that is a key.
@@ -205,10 +206,8 @@ TEST_F(ParseResult, PlainArgumentsStartWithTheFirst) {
     EXPECT_EQ(m_query->getNextArgument(&text), 1);
     EXPECT_STREQ(text, "untouched");
     parse({"--", "a", "b"});
-    for (char const* expected : {"a", "b"}) {
-        EXPECT_EQ(m_query->getNextArgument(&text), 0);
-        EXPECT_STREQ(text, expected);
-    }
+    EXPECT_EQ(m_query->getNextArgument(&text) + m_query->getNextArgument(&text), 0);
+    EXPECT_STREQ(text, "b");
     EXPECT_EQ(m_query->getNextArgument(&text), 1);
     EXPECT_EQ(m_query->getFirstArgument(&text), 0);
     EXPECT_STREQ(text, "a");

@@ -30,44 +30,23 @@ inline int parse(varo::Parser const& parser, varo::Result& result, Arguments con
 
 /// How a value reads in the tables: "s32 -5", "'text'", "null".
 inline std::string show(mosaic2::variant_t const& value) {
+    using namespace mosaic2;
+    char const* const integers[] = {"s32 ", "u32 ", "s64 ", "u64 "};
+    int const type = value.m_type;
     char digits[32];
-    switch (value.m_type) {
-        case mosaic2::vtBool:
-            return value.get<bool>() ? "true" : "false";
-        case mosaic2::vtS32:
-            return "s32 " + std::to_string(value.get<int>());
-        case mosaic2::vtU32:
-            return "u32 " + std::to_string(value.get<unsigned>());
-        case mosaic2::vtS64:
-            return "s64 " + std::to_string(value.get<long long>());
-        case mosaic2::vtU64:
-            return "u64 " + std::to_string(value.get<unsigned long long>());
-        case mosaic2::vtDouble:
-            return "double " +
-                   std::string(
-                       digits,
-                       std::to_chars(digits, digits + sizeof(digits), value.get<double>()).ptr);
-        case mosaic2::vtString:
-        case mosaic2::vtStringRef:
-            return value.m_value.m_text != nullptr ? "'" + std::string(value.m_value.m_text) + "'"
-                                                   : "null text";
-        default:
-            return "null";
+    if (type >= vtS32 && type <= vtU64) {
+        return integers[type - vtS32] + (type % 2 == 0 ? std::to_string(value.m_value.m_signed)
+                                                       : std::to_string(value.m_value.m_unsigned));
     }
-}
-
-/// What an option holds: its values in order, or "absent", or "default" and the value.
-inline std::string contents(varo::Result const& result, char const* name,
-                            int from = varo::kFirstPosition, int to = varo::kNoPosition) {
-    if (!result.interface()->present(name, from, to)) {
-        return "absent";
+    if (type == vtDouble) {
+        char* const end = std::to_chars(digits, digits + sizeof(digits), value.get<double>()).ptr;
+        return "double " + std::string(digits, end);
     }
-    std::string shown;
-    while (result.interface()->nextPosition() != varo::kNoPosition) {
-        shown += (shown.empty() ? "" : " ") + show(result.interface()->next(name).value());
+    if (type == vtString || type == vtStringRef) {
+        char const* const text = value.get<char const*>();
+        return text != nullptr ? "'" + std::string(text) + "'" : "null text";
     }
-    return shown.empty() ? "default " + show(result.interface()->get(name, from, to).value())
-                         : shown;
+    return type != vtBool ? "null" : value.get<bool>() ? "true" : "false";
 }
 
 /// The plain arguments, each followed by "|".
@@ -77,6 +56,24 @@ inline std::string plainArguments(varo::Result const& result) {
         shown += std::string(argument) + "|";
     }
     return shown;
+}
+
+/// What an option holds: its values in order, or "absent", or "default" and the value. Of
+/// "--" the plain arguments.
+inline std::string contents(varo::Result const& result, char const* name,
+                            int from = varo::kFirstPosition, int to = varo::kNoPosition) {
+    if (name == std::string_view("--")) {
+        return plainArguments(result);
+    }
+    if (!result.interface()->present(name, from, to)) {
+        return "absent";
+    }
+    std::string shown;
+    while (result.interface()->nextPosition() != varo::kNoPosition) {
+        shown += (shown.empty() ? "" : " ") + show(result.interface()->next(name).value());
+    }
+    return shown.empty() ? "default " + show(result.interface()->get(name, from, to).value())
+                         : shown;
 }
 
 /// One command line: what it returns and says, and what `name` holds then.

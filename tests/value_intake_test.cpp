@@ -94,12 +94,4 @@ TEST(ValueIntake, SplitsAtTheSeparatorAndDropsEmptyPieces) {
            {{"--list=" + std::string(1000000, ',') + "x"}, 0, "", "list", "'x'"}});
 }
 
-TEST(ValueIntake, KeepsCommasWhenTheParserSaysSo) {
-    varo::Parser const parser(varo::kKeepCommas);
-    parser->option("list", "", vtString, "");
-    parser->option("split", "", vtString, "")->tokenize(',');
-    check(parser,
-          {{{"--list=a,b"}, 0, "", "list", "'a,b'"}, {{"--split=a,b"}, 0, "", "split", "'a' 'b'"}});
-}
-
 }  // namespace

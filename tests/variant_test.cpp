@@ -49,47 +49,28 @@ TEST(Variant, OrdersAndComparesEveryKind) {
         char relation;  // '<' before; '=' equal; '~' neither, whichever way round
     };
     std::vector<Row> const rows{
-        {-1, 0, '<'},
-        {1U, 0xFFFFFFFFU, '<'},
-        {-1L, 0LL, '<'},
-        {1UL, ~0ULL, '<'},
+        Row{-1, 0, '<'}, Row{1U, 0xFFFFFFFFU, '<'}, Row{-1L, 0LL, '<'}, Row{1UL, ~0ULL, '<'},
         // Two kinds of integers: signed unless both are unsigned, and equal bit by bit.
-        {-1, 0U, '<'},
-        {~0ULL, 0, '<'},
-        {0U, ~0ULL, '<'},
-        {~0ULL, -1, '='},
-        {0xFFFFFFFFU, 0xFFFFFFFFULL, '='},
-        {true, 1, '='},
-        {tagged(5, 1), tagged(1, -1), '<'},
-        {tagged(4, -1), tagged(2, 1), '<'},
+        Row{-1, 0U, '<'}, Row{~0ULL, 0, '<'}, Row{0U, ~0ULL, '<'}, Row{~0ULL, -1, '='},
+        Row{0xFFFFFFFFU, 0xFFFFFFFFULL, '='}, Row{true, 1, '='},
+        Row{tagged(5, 1), tagged(1, -1), '<'}, Row{tagged(4, -1), tagged(2, 1), '<'},
         // A floating kind among them: by value, the unsigned ones never negative.
-        {1.5, 2, '<'},
-        {-1, -0.5, '<'},
-        {1.0, ~0ULL, '<'},
-        {~0ULL, 1.8446744073709551616e19, '='},
-        {tagged(10, variant_t(2.0).m_value.m_signed), 2.0, '='},
-        {-infinity, infinity, '<'},
-        {std::nan(""), 1.0, '~'},
+        Row{1.5, 2, '<'}, Row{-1, -0.5, '<'}, Row{1.0, ~0ULL, '<'},
+        Row{~0ULL, 1.8446744073709551616e19, '='},
+        Row{tagged(10, variant_t(2.0).m_value.m_signed), 2.0, '='}, Row{-infinity, infinity, '<'},
+        Row{std::nan(""), 1.0, '~'},
         // Strings by their text, whoever owns it.
-        {"a", "ab", '<'},
-        {"z", "\xC3\xA4", '<'},
-        {{"a", true}, "b", '<'},
-        {"same", {"same", true}, '='},
-        {static_cast<char const*>(nullptr), {nullptr, true}, '='},
-        {wide(L"a"), wide(L"ab"), '<'},
-        {wideReference(L"a"), wide(L"\U0001F600"), '<'},
-        {wide(L"\u00E4"), wideReference(L"\u00E4"), '='},
-        {block(vtBlob, "zz", 2), block(vtBlob, "aaa", 3), '<'},
-        {block(vtBlob, "a\0b", 3), block(vtBlob, "a\0c", 3), '<'},
-        {block(vtBlob, "a\0b", 3), block(vtBlob, "a\0b", 3), '='},
-        {kNull, kNull, '='},
+        Row{"a", "ab", '<'}, Row{"z", "\xC3\xA4", '<'}, Row{{"a", true}, "b", '<'},
+        Row{"same", {"same", true}, '='},
+        Row{static_cast<char const*>(nullptr), {nullptr, true}, '='},
+        Row{wide(L"a"), wide(L"ab"), '<'}, Row{wideReference(L"a"), wide(L"\U0001F600"), '<'},
+        Row{wide(L"\u00E4"), wideReference(L"\u00E4"), '='},
+        Row{block(vtBlob, "zz", 2), block(vtBlob, "aaa", 3), '<'},
+        Row{block(vtBlob, "a\0b", 3), block(vtBlob, "a\0c", 3), '<'},
+        Row{block(vtBlob, "a\0b", 3), block(vtBlob, "a\0b", 3), '='}, Row{kNull, kNull, '='},
         // Between kinds the higher tag comes first.
-        {"1", 1, '<'},
-        {{"a", true}, wide(L"a"), '<'},
-        {wideReference(L"a"), "a", '<'},
-        {kNull, block(vtBlob, "a", 1), '<'},
-        {kNull, 1.0, '<'},
-    };
+        Row{"1", 1, '<'}, Row{{"a", true}, wide(L"a"), '<'}, Row{wideReference(L"a"), "a", '<'},
+        Row{kNull, block(vtBlob, "a", 1), '<'}, Row{kNull, 1.0, '<'}};
     for (Row const& row : rows) {
         SCOPED_TRACE(show(row.left) + row.relation + show(row.right));
         EXPECT_EQ(row.left < row.right, row.relation == '<');

@@ -42,6 +42,13 @@ TEST(Actions, OneAtATimeWithItsModifiers) {
                    // The order of names counts, not that of the arguments.
                    {{"--scan", "--report"}, 2, onlyOne("scan", "report")},
                    {{"--report", "--scan", "--clean"}, 2, onlyOne("report", "clean")}});
+    // Under two names it is still one action.
+    varo::Parser const other;
+    other->option("s", "", vtNull, "");
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parser->parseStream("--scan", result.interface()), 0);
+    EXPECT_EQ(other->parseStream("-s", result.interface()), varo::kRefused);
+    EXPECT_EQ(parser->parseStream("--verbose", result.interface()), 0);
 }
 
 TEST(Actions, GroupsMayBeGivenTogether) {

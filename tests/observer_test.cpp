@@ -13,7 +13,7 @@ using namespace varo_test;
 class Observers : public ::testing::Test {
 protected:
     Observers() : m_parser(varo::kUnknownIsError), m_result(m_parser.createResult()) {
-        m_parser->option("level,l", "", vtS32, "");
+        m_level = m_parser->option("level,l", "", vtS32, "");
         m_parser->option("list", "", vtString, "");
         m_parser->option("flag", "", vtBool, "");
         for (Observer& observer : m_observers) {
@@ -39,6 +39,7 @@ protected:
 
     varo::Parser m_parser;
     varo::Result m_result;
+    varo::IOption* m_level = nullptr;
     Observer m_observers[3];
 };
 
@@ -159,6 +160,7 @@ TEST_F(Observers, DeclareAndReplaceWhatIsInUse) {
 
 TEST_F(Observers, QueryTheResultBeingFilled) {
     std::string seen;
+    once(0, "value level=3", [&] { return m_level->synonym("late") == m_level; });
     m_observers[1].m_reaction = [&](std::string const&) {
         seen += contents(m_result, "level") + "; ";
         m_result.interface()->next("level");
@@ -168,7 +170,7 @@ TEST_F(Observers, QueryTheResultBeingFilled) {
     };
     EXPECT_EQ(parse({"--level=1,2", "--level=3"}), 0);
     EXPECT_EQ(seen, "absent; absent; absent; s32 1 s32 2; s32 1 s32 2; ");
-    EXPECT_EQ(contents(m_result, "level"), "s32 1 s32 2 s32 3");
+    EXPECT_EQ(contents(m_result, "late"), "s32 1 s32 2 s32 3");
 }
 
 TEST_F(Observers, ParseAgain) {

@@ -69,14 +69,4 @@ TEST(Positional, TakesTheRestAsOccurrencesOfTheirOwn) {
     EXPECT_TRUE(result.interface()->present("word", first + 1, first + 3));
 }
 
-TEST(Positional, ReportsValuesButNoOption) {
-    varo::Parser const parser;
-    parser->option("file", "", vtString, "")->positional();
-    Observer observer;
-    parser->addHandler(&observer);
-    varo::Result result = parser.createResult();
-    parse(parser, result, {"a,b", "--file=c"});
-    EXPECT_EQ(observer.m_events, "value file=a; value file=b; option file; value file=c; ");
-}
-
 }  // namespace

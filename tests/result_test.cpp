@@ -202,8 +202,8 @@ TEST_F(ParseResult, FurtherParsesAddToIt) {
 TEST_F(ParseResult, PlainArgumentsStartWithTheFirst) {
     parse({"--n=1"});
     char const* text = "untouched";
-    EXPECT_EQ(m_query->getFirstArgument(&text), 1);
     EXPECT_EQ(m_query->getNextArgument(&text), 1);
+    EXPECT_EQ(m_query->getFirstArgument(&text), 1);
     EXPECT_STREQ(text, "untouched");
     parse({"--", "a", "b"});
     EXPECT_EQ(m_query->getNextArgument(&text) + m_query->getNextArgument(&text), 0);

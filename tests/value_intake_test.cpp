@@ -57,7 +57,7 @@ TEST(DeprecatedValues, AreReplacedOnceWithAWarning) {
     std::string const aToB = warning("a", "mode", "b");
     check(parser,
           {{{"--mode=a"}, 0, aToB, "mode", "'b'"},
-           {{"--mode=b"}, 0, warning("b", "mode", "a"), "mode", "'a'"},
+           {{"--mode=b,a"}, 0, warning("b", "mode", "a") + "\n" + aToB, "mode", "'a' 'b'"},
            {{"--level=1,2"}, 0, warning("1", "level", "2"), "level", "s32 2 s32 2"},
            {{"--level=+3", "-m=new,a"},
             0,

@@ -23,6 +23,10 @@ char const* Garbage::init(std::string_view text) {
     return copy;
 }
 
+char const* Garbage::keep(char const* text) {
+    return keep(std::string_view(text != nullptr ? text : ""));
+}
+
 char const* Garbage::keep(std::string_view text) {
     constexpr std::size_t kFirstChunk = 256;
     constexpr std::size_t kLargestChunk = 65536;

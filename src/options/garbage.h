@@ -21,7 +21,9 @@ public:
     virtual char const* init(char const* text);
     char const* init(std::string_view text);
 
-    /// A copy of `text` that is shared with no other: cheaper where texts rarely repeat.
+    /// A copy of `text` that is shared with no other: cheaper where texts rarely repeat. Null
+    /// counts as "".
+    char const* keep(char const* text);
     char const* keep(std::string_view text);
 
     /// Holds a long text without copying it. The same text as the last one shares its copy.

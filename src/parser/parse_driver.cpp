@@ -210,14 +210,14 @@ int BasicParser::findGivenAction(std::vector<std::string_view> const& given, Par
     return kSuccess;
 }
 
-/// Checks that the options given belong to the action, or to every action.
+/// Checks that the options given, all of which are declared, belong to the action, or to every
+/// action.
 int BasicParser::checkModifiers(std::vector<std::string_view> const& given, ParseSession& session,
                                 OptionDescription const& action) const {
     for (std::string_view const key : given) {
         unsigned long index = 0;
-        if (findOption(key, index, m_registry.names(), action.m_tags) &&
-            findOption(key, index, m_registry.names(), {})) {
-            return kRefused;
+        if (findOption(key, index, m_registry.names(), action.m_tags)) {
+            findOption(key, index, m_registry.names(), {});
         }
         OptionDescription const& record = *m_registry.records()[index];
         if (!record.isAction() && !record.m_tags.empty() &&

@@ -18,9 +18,8 @@ result_t PositionalOptionsParser::recognize(ArgumentList& args, RegisteredOption
     varoLog(m_name, ": recognizing argument '", args[0], "'");
     if ((m_flags & kDashGuard) != 0 && args[0].starts_with('-')) {
         message =
-            "The positional option cannot start from a '-' symbol. Use '--' argument in command "
-            "line "
-            "to declare positional option started with '-'";
+            "The positional option cannot start from a '-' symbol. Use '--' argument in "
+            "command line to declare positional option started with '-'";
         return kNotTaken;
     }
     return options.firstPositional() != NameIndex::kNone ? kTaken : kNotTaken;

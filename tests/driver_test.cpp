@@ -48,6 +48,16 @@ TEST(Driver, UnknownArgumentsAreDroppedOrAnError) {
     check(lenient, {{{"--typo=x", "", "word", "--level=2"}, 0, "", "level", "s32 2"}});
 }
 
+TEST(Driver, FlagsThatItDoesNotKnowAreIgnored) {
+    for (int const flags : {INT_MIN | 0x7FFF0181, -1}) {
+        varo::Parser const parser{varo::Flags(static_cast<varo::CreationFlag>(flags))};
+        parser->option("list", "", vtString, "")->positional();
+        bool const all = flags == -1;
+        check(parser,
+              {{{"a,b", "--list=c"}, 0, "", "list", all ? "'a,b' '--list=c'" : "'a' 'b' 'c'"}});
+    }
+}
+
 TEST(Driver, MarkerStartsPlainArguments) {
     varo::Parser const parser(varo::kUnknownIsError);
     parser->option("level", "", vtS32, "");

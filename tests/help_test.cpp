@@ -96,10 +96,14 @@ TEST(Help, ShowsSingleDashesUnlessToldOtherwise) {
     varo::Parser const parser;
     parser->option("level,l", "Verbosity", vtS32, "general")->defaultValue(3);
     parser->option("quiet,q", "Says less", vtBool, "general")->defaultValue(false);
+    parser->option("quiet-modes", "Second", vtNull, "general");
+    parser->option("quiet-mode", "First", vtNull, "general");
     EXPECT_STREQ(parser->getDescription(false), R"(general
 -l, -level=<integer> (3)      Verbosity
 -q, -quiet | -no-quiet (default)
                               Says less
+-quiet-mode                   First
+-quiet-modes                  Second
 
 )");
 }

@@ -71,6 +71,13 @@ TEST_F(Observers, KeepTextsAsLongAsTheParser) {
     EXPECT_EQ(all, "Unknown option: --" + text + "list" + text + "--" + text + "-another");
 }
 
+TEST_F(Observers, HearOfNullsAsEmptyTexts) {
+    EXPECT_TRUE(m_parser->onOptionParse(nullptr));
+    EXPECT_TRUE(m_parser->onValueParse(nullptr, varo::Value(nullptr, 1, 0)));
+    EXPECT_TRUE(m_parser->onUknownArgument(nullptr));
+    EXPECT_EQ(m_observers[0].m_events, "option ; value =; unknown ; ");
+}
+
 TEST_F(Observers, RefuseValues) {
     once(1, "value list=b", [] { return false; });
     Console const console;

@@ -139,7 +139,9 @@ TEST(OptionFiles, AreLimitedInNumberAndLeaveNothingOpen) {
     EXPECT_EQ(parser.error(), unreadable(leaf));
     EXPECT_EQ(parse(parser, result, {from(directory.path("f0"))}), 6);
     EXPECT_EQ(parse(parser, result, {from("/dev/zero")}), 6);
-    std::string const large = directory.write("large", "#" + std::string(90'000'000, 'x'));
+    std::string comment = "#";
+    comment.resize(90'000'000, 'x');
+    std::string const large = directory.write("large", comment);
     EXPECT_EQ(parse(parser, result, {from(large), from(large)}), 0);
     EXPECT_EQ(parse(parser, result, {from(large), from(large), from(large)}), 6);
     for (int index = 0; index < 100; ++index) {

@@ -128,7 +128,8 @@ TEST_F(Variants, ShareAndFreeBlocks) {
     variant_t const shared("shared");
     auto const copyOften = [&] {
         for (int index = 0; index < 10000; ++index) {
-            variant_t const copy(shared);
+            variant_t copy = shared;
+            copy = variant_t();
         }
     };
     std::thread other(copyOften);

@@ -30,8 +30,12 @@ TEST(Driver, NullPointersAreRefused) {
     varo::Result result = parser.createResult();
     EXPECT_EQ(parser.parse(3, argv, result), varo::kUnusableArguments);
     EXPECT_EQ(contents(result, "level"), "default s32 3");
+    EXPECT_EQ(parser.parse(2, argv + 1, result), varo::kUnusableArguments);
     EXPECT_EQ(parser.parse(2, argv, result), 0);
     EXPECT_EQ(contents(result, "level"), "s32 1");
+    char const* const nameless[] = {nullptr, "--level=2"};
+    EXPECT_EQ(parser.parse(2, nameless, result), 0);
+    EXPECT_EQ(contents(result, "level"), "s32 1 s32 2");
 }
 
 TEST(Driver, UnknownArgumentsAreDroppedOrAnError) {

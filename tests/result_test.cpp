@@ -224,4 +224,16 @@ TEST_F(ParseResult, OutlivesItsParser) {
     EXPECT_STREQ(value.as<char const*>(), "kept");
 }
 
+TEST(Defaults, OfEarlierParsesKeepTheirTexts) {
+    varo::Parser const parser;
+    varo::IOption* const option = parser->option("mode", "", vtString, "")->defaultValue("first");
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parse(parser, result, {}), 0);
+    char const* const text = result.interface()->get("mode", 0, 1).as<char const*>();
+    option->defaultValue("second");
+    EXPECT_EQ(parse(parser, result, {}), 0);
+    EXPECT_EQ(contents(result, "mode"), "default 'second'");
+    EXPECT_STREQ(text, "first");
+}
+
 }  // namespace

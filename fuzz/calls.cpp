@@ -1,4 +1,4 @@
-// Sequences of public calls, by the host and by observers in the middle of a parse, which also
+// Sequences of public calls, by the host and by handlers in the middle of a parse, which also
 // throw and delete themselves, while memory runs out. One fixed option file is all that is read.
 
 #include <unistd.h>
@@ -22,7 +22,7 @@ struct OptionFile {
     std::string const m_name = "/dev/shm/varo-fuzz-" + std::to_string(getpid());
 };
 
-/// A parser, two results and up to three observers, and an input that says what happens to them.
+/// A parser, two results and up to three handlers, and an input that says what happens to them.
 class World {
 public:
     World(fuzz::Input& input, OptionFile const& file) : m_input(input), m_parser(input.flags()) {
@@ -30,19 +30,19 @@ public:
         m_parser->addOptionFileOption("", "");
     }
 
-    /// Makes one call. Throws what the call throws, and in an observer anything.
+    /// Makes one call. Throws what the call throws, and in a handler anything.
     void act();
 
 private:
-    struct Observer final : varo::EventHandler {
-        explicit Observer(World& world) : m_world(world) {}
+    struct Handler final : varo::EventHandler {
+        explicit Handler(World& world) : m_world(world) {}
         bool onOptionParse(char const*) override { return m_world.react(); }
         bool onValueParse(char const*, varo::Value const&) override { return m_world.react(); }
         bool onUknownArgument(char const*) override { return m_world.react(); }
         World& m_world;
     };
 
-    /// What an observer does, which may delete it, and answers.
+    /// What a handler does, which may delete it, and answers.
     bool react() {
         struct Depth {
             explicit Depth(int& depth) : m_depth(++depth) {}
@@ -57,12 +57,12 @@ private:
 
     void query(varo::IParseResult* result);
     void help();
-    void addOrDelete(std::unique_ptr<Observer>& observer);
+    void addOrDelete(std::unique_ptr<Handler>& handler);
 
     fuzz::Input& m_input;
     varo::Parser m_parser;
     varo::Result m_results[2] = {m_parser.createResult(), m_parser.createResult()};
-    std::unique_ptr<Observer> m_observers[3];
+    std::unique_ptr<Handler> m_handlers[3];
     varo::IOption* m_newest = nullptr;  // declaration, as long as it is sure to be there
     int m_depth = 0;
 };
@@ -100,7 +100,7 @@ void World::act() {
             return help();
         case 9:
         case 10:
-            return addOrDelete(m_observers[number % 3]);
+            return addOrDelete(m_handlers[number % 3]);
         case 11:
             return m_parser->setReplace(number % 2 != 0);
         case 12:
@@ -116,7 +116,7 @@ void World::act() {
             break;
         case 15:
             if (m_depth > 0) {
-                number % 2 != 0 ? throw Foreign() : throw std::runtime_error("observer");
+                number % 2 != 0 ? throw Foreign() : throw std::runtime_error("handler");
             }
             break;
         default:
@@ -152,15 +152,15 @@ void World::help() {
     m_parser->isOptionDeclared(name.c_str(), isHidden, nullptr);
 }
 
-void World::addOrDelete(std::unique_ptr<Observer>& observer) {
-    if (observer == nullptr) {
-        auto added = std::make_unique<Observer>(*this);
+void World::addOrDelete(std::unique_ptr<Handler>& handler) {
+    if (handler == nullptr) {
+        auto added = std::make_unique<Handler>(*this);
         REQUIRE(m_parser->addHandler(added.get()) && !m_parser->addHandler(added.get()));
-        observer = std::move(added);
+        handler = std::move(added);
     } else {
-        REQUIRE(m_parser->removeHandler(observer.get()));
-        REQUIRE(!m_parser->removeHandler(observer.get()));
-        observer.reset();
+        REQUIRE(m_parser->removeHandler(handler.get()));
+        REQUIRE(!m_parser->removeHandler(handler.get()));
+        handler.reset();
     }
 }
 

@@ -119,7 +119,7 @@ void convert(fuzz::Input& input) {
                                                     vtU64,  vtDouble, vtString};
     das_variant_type_t const type = kTypes[input.number(7)];
     std::string const text = input.text();
-    varo::Parser const parser(varo::kKeepCommas | varo::kOptionsAfterMarker);
+    varo::Parser const parser(varo::kKeepCommas | varo::kPositionalAfterMarker);
     parser->setReplace(true);
     parser->option("v", "", type, "")->positional();
     std::string valueText;

@@ -69,7 +69,7 @@ constexpr char kLong[] = "a text that does not fit into a string object itself";
 /// A parser with declarations of every kind.
 class Host {
 public:
-    Host(varo::Flags flags, bool isObserved) : m_parser(flags) {
+    Host(varo::Flags flags, bool isHeard) : m_parser(flags) {
         using namespace mosaic2;
         m_parser->option("verbose,v", "Says more", vtBool, "general:General options");
         m_parser->option("level,l", "Depth", vtS32, "general")->defaultValue(3);
@@ -82,13 +82,13 @@ public:
         m_parser->action("run,r", "Runs", vtNull, "actions");
         m_parser->action("report", "Reports", vtNull, "actions");
         m_parser->addOptionFileOption("Reads arguments", "general");
-        if (isObserved) {
-            m_parser->addHandler(&m_observer);
+        if (isHeard) {
+            m_parser->addHandler(&m_handler);
         }
     }
 
     varo::Parser m_parser;
-    Observer m_observer;
+    RecordingHandler m_handler;
 };
 
 /// All that a result holds, a line for each option: values of one occurrence are joined by ",", and
@@ -130,15 +130,15 @@ bool areBeginnings(std::vector<std::string> const& lines, std::vector<std::strin
                       });
 }
 
-/// Parses the arguments, or the text if there is one, as a host with and without an observer does.
+/// Parses the arguments, or the text if there is one, as a host with and without a handler does.
 void exhaustParse(varo::Flags flags, Arguments const& arguments, char const* text = nullptr) {
     std::vector<char const*> argv{"tool"};
     for (std::string const& argument : arguments) {
         argv.push_back(argument.c_str());
     }
-    for (bool const isObserved : {false, true}) {
+    for (bool const isHeard : {false, true}) {
         exhaust([&](Trial& trial, std::string const& expected) {
-            Host const host(flags, isObserved);
+            Host const host(flags, isHeard);
             varo::Parser const& parser = host.m_parser;
             auto const parseInto = [&](varo::Result& result) {
                 return text != nullptr ? parser->parseStream(text, result.interface())
@@ -210,8 +210,8 @@ constexpr Step kSteps[] = {
         return parser->allowSimultaneousActions({"run", kLong}) == 1;
     },
     [](auto* parser, auto&) {
-        static Observer observer;
-        return parser->addHandler(&observer);
+        static RecordingHandler handler;
+        return parser->addHandler(&handler);
     },
     [](varo::IParser* parser, varo::IOption*& last) {
         parser->setReplace(true);
@@ -270,7 +270,7 @@ TEST(FailingMemory, ParsesFailOrDoAll) {
     exhaustParse({}, everything);
     exhaustParse(varo::kKeepCommas | varo::kDashGuard, everything);
     exhaustParse(varo::kTakeTheRest, {"--run", "one", "two", "--", "-three", kLong});
-    exhaustParse(varo::kOptionsAfterMarker, {"--run", "--", "-one", kLong, "--level=1"});
+    exhaustParse(varo::kPositionalAfterMarker, {"--run", "--", "-one", kLong, "--level=1"});
     exhaustParse({}, {"--run", "--list=a,b", "--list=c", "--", kLong, "-plain"});
     exhaustParse({}, {});
     Console const console;

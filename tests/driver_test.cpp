@@ -112,7 +112,7 @@ AbbreviationParser: Value validation problem in argument '-l=a,x': Option 'list'
 }
 
 TEST(Trace, ShowsAmbiguityAndPlainArguments) {
-    varo::Parser const parser(varo::kOptionsAfterMarker);
+    varo::Parser const parser(varo::kPositionalAfterMarker);
     parser->option("file", "", vtString, "")->positional();
     parser->option("fill", "", vtString, "");
     Console const console;

@@ -48,7 +48,7 @@ static_assert(sizeof(IParser) == 8 && sizeof(IOption) == 8 && sizeof(IParseResul
 static_assert(sizeof(EventHandler) == 8 && sizeof(mosaic2::object_t) == 8);
 static_assert(!std::has_virtual_destructor_v<EventHandler>);
 
-static_assert(kUnknownIsError == 2 && kOptionsAfterMarker == 4 && kDashGuard == 8);
+static_assert(kUnknownIsError == 2 && kPositionalAfterMarker == 4 && kDashGuard == 8);
 static_assert(kTakeTheRest == 16 && kKeepCommas == 32 && kDoubleDashHelp == 64);
 static_assert(kSuccess == 0 && kRefused == 1 && kParseError == 2 && kUnusableArguments == 3);
 static_assert(kUnidentifiedProblem == 4 && kOptionFileUnreadable == 6);
@@ -182,7 +182,7 @@ void checkParserAndResultSlots() {
     CHECK(callSlot<int>(5, result, &text) == 0 && std::strcmp(text, "plain") == 0);
     callSlot<void>(0, result);
 
-    // 10 parseStream; an observer that is gone hears nothing
+    // 10 parseStream; a handler that is gone hears nothing
     CHECK(callSlot<bool>(17, parser, &handler));
     CHECK(!callSlot<bool>(17, parser, &handler));
     handler.m_events.clear();

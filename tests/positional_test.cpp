@@ -28,7 +28,8 @@ TEST(Positional, FirstDeclarationTakesWhatNoOptionClaims) {
 TEST(Positional, DashGuardRefusesWhatLooksLikeAnOption) {
     varo::Parser const strict(varo::kUnknownIsError | varo::kDashGuard);
     varo::Parser const lenient(varo::kDashGuard);
-    varo::Parser const behind(varo::kUnknownIsError | varo::kDashGuard | varo::kOptionsAfterMarker);
+    varo::Parser const behind(varo::kUnknownIsError | varo::kDashGuard |
+                              varo::kPositionalAfterMarker);
     for (varo::Parser const* parser : {&strict, &lenient, &behind}) {
         (*parser)->option("number", "", vtS32, "")->positional();
     }
@@ -41,7 +42,7 @@ TEST(Positional, DashGuardRefusesWhatLooksLikeAnOption) {
 }
 
 TEST(Positional, MarkerHidesOptionsButNotPositionalValues) {
-    varo::Parser const parser(varo::kOptionsAfterMarker | varo::kUnknownIsError);
+    varo::Parser const parser(varo::kPositionalAfterMarker | varo::kUnknownIsError);
     parser->option("name", "", vtString, "");
     check(parser, {{{"--", "--name=x"}, 0, "", "name", "absent"}});
     parser->option("file", "", vtString, "")->positional();
@@ -57,7 +58,7 @@ TEST(Positional, TakesTheRestAsOccurrencesOfTheirOwn) {
     check(parser, {{{"--name=x", "1", "-2", "3"}, 0, "", "number", "s32 1 s32 -2 s32 3"},
                    {{"-2", "1"}, 2, "Unknown option: -2"},
                    {{"1", "--name=x", "3"}, 2, noInteger("--name=x"), "number", "s32 1"}});
-    varo::Parser const words(varo::kTakeTheRest | varo::kOptionsAfterMarker);
+    varo::Parser const words(varo::kTakeTheRest | varo::kPositionalAfterMarker);
     words->option("word", "", vtString, "")->positional();
     varo::Result result = words.createResult();
     EXPECT_EQ(parse(words, result, {"a", "--word=b", "--", "c"}), 0);

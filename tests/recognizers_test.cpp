@@ -69,7 +69,7 @@ TEST(Recognizers, ParseWithoutRecognizeFindsNoOption) {
 TEST(Recognizers, PositionsStopBeforeTheHighest) {
     int const saved = IArgumentParser::m_idx;
     IArgumentParser::m_idx = varo::kNoPosition - 3;
-    varo::Parser const parser(varo::kOptionsAfterMarker);
+    varo::Parser const parser(varo::kPositionalAfterMarker);
     parser->option("n", "", vtS32, "")->positional();
     parser->option("level", "", vtS32, "")->defaultValue(1);
     varo::Result result = parser.createResult();

@@ -113,7 +113,7 @@ inline void check(varo::Parser const& parser, std::vector<Case> const& cases) {
 }
 
 /// Writes down what it is told, then does what the test wants done at that moment.
-class Observer final : public varo::EventHandler {
+class RecordingHandler final : public varo::EventHandler {
 public:
     bool onOptionParse(char const* name) override {
         m_texts.push_back(name);

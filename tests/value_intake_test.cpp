@@ -68,7 +68,7 @@ TEST(DeprecatedValues, AreReplacedOnceWithAWarning) {
            {{"--mode=a", "--level"}, 2, "Option 'level' requires a value in argument: '--level'"},
            {{"--level=9"}, 0, ""}});
 
-    varo::Parser const behind(varo::kOptionsAfterMarker);
+    varo::Parser const behind(varo::kPositionalAfterMarker);
     behind->option("mode", "", vtString, "")->positional()->allowDeprecatedValue("a", "b");
     check(behind, {{{"a", "--", "a"}, 0, aToB + "\n" + aToB, "mode", "'b' 'b'"}});
 }

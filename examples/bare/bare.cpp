@@ -19,7 +19,7 @@ double numberOf(Value const& value, double otherwise) {
 
 int main(int argc, char** argv) {
     IParser* parser = nullptr;
-    if (createParser(&parser, kUnknownIsError | kDashGuard | kOptionsAfterMarker) != kSuccess) {
+    if (createParser(&parser, kUnknownIsError | kDashGuard | kPositionalAfterMarker) != kSuccess) {
         return 1;
     }
     IParseResult* result = nullptr;

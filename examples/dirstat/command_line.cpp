@@ -1,4 +1,4 @@
-// How dirstat uses the library, from top to bottom: observe, declare, help, parse, query.
+// How dirstat uses the library, from top to bottom: listen, declare, help, parse, query.
 // What the tool does with the answers is in dirstat.cpp.
 
 #include <varo/varo.h>
@@ -13,7 +13,7 @@ using mosaic2::vtU32;
 
 namespace {
 
-// An observer is told of options, values and unknown arguments in the order of the command line.
+// A handler is told of options, values and unknown arguments in the order of the command line.
 // This one takes notes, since --verbose may be the last word of all.
 class Notes final : public varo::EventHandler {
 public:
@@ -131,7 +131,7 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
         }
     }
 
-    Notes notes;  // An observer must outlive its parser.
+    Notes notes;  // A handler must outlive its parser.
     varo::Parser parser(varo::kUnknownIsError | varo::kDashGuard | varo::kDoubleDashHelp);
     varo::Result result = parser.createResult();
     if (!parser || !result) {

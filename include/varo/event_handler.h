@@ -6,8 +6,8 @@ namespace varo_3_3 {
 
 class Value;
 
-/// A host's observer of parses, registered with IParser::addHandler. Not owned: it must live until
-/// it is removed or the parser is destroyed. Called during a parse, on its thread.
+/// A host's handler of parse events, registered with IParser::addHandler. Not owned: it must live
+/// until it is removed or the parser is destroyed. Called during a parse, on its thread.
 ///
 /// A handler may use everything the parser and the result offer while it is called: add and remove
 /// handlers, itself included, declare options, query the result being filled, parse again. A
@@ -18,7 +18,7 @@ class Value;
 /// The order of the operations is the binary contract; there is no virtual destructor.
 class VARO_EXPORT EventHandler {
 public:
-    /// The dashed option with the primary name `name` was recognised; its value comes next, if any.
+    /// The dashed option with the primary name `name` was recognized; its value comes next, if any.
     /// The answer is ignored.
     virtual bool onOptionParse(char const* name);
 

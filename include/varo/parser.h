@@ -16,7 +16,7 @@ namespace varo_3_3 {
 enum CreationFlag : int {
     kUnknownIsError =
         0x02,  ///< An argument that nothing claims ends the parse; else it is dropped.
-    kOptionsAfterMarker =
+    kPositionalAfterMarker =
         0x04,                ///< Plain arguments behind "--" go to the positional option as well.
     kDashGuard = 0x08,       ///< An argument that begins with "-" is no positional value.
     kTakeTheRest = 0x10,     ///< A positional value takes all arguments after it along, "--" too.
@@ -92,9 +92,9 @@ public:
                               mosaic2::das_variant_type_t type, char const* section) = 0;
 
     /// Whether `name` is a name of a declared action (`action` true), or of an option or modifier
-    /// (false). With `ownerAction` not null, only declarations in the help section of exactly that
+    /// (false). With `section` not null, only declarations in the help section of exactly that
     /// name count. A null name gives false.
-    virtual bool isOptionDeclared(char const* name, bool action, char const* ownerAction) = 0;
+    virtual bool isOptionDeclared(char const* name, bool action, char const* section) = 0;
 
     /// Parses argv[1] to argv[argc - 1] into `result`, which is one that createResult made (of any
     /// parser), or null to have the arguments only checked. Applies the defaults first. Returns

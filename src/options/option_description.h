@@ -16,7 +16,7 @@ namespace varo_3_3 {
 class RegisteredOptionStorage;
 
 /// One declaration: a plain option, an action or a modifier. Made and owned by the registry; the
-/// host refines it through IOption, recognisers, results and help read the members. A record never
+/// host refines it through IOption, recognizers, results and help read the members. A record never
 /// moves, so pointers to it hold as long as the registry keeps it.
 class OptionDescription final : public IOption {
 public:

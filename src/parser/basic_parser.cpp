@@ -94,11 +94,11 @@ IOption* BasicParser::modifier(char const* name, char const* action, char const*
     return m_registry.modifier(name, action, description, type, section);
 }
 
-bool BasicParser::isOptionDeclared(char const* name, bool action, char const* ownerAction) {
+bool BasicParser::isOptionDeclared(char const* name, bool action, char const* section) {
     return name != nullptr &&
            m_registry.names().anyRecordNamed(name, [&](OptionDescription const& record) {
                return record.isAction() == action &&
-                      (ownerAction == nullptr || record.m_section == ownerAction);
+                      (section == nullptr || record.m_section == section);
            });
 }
 

@@ -21,7 +21,7 @@ inline constexpr char const* kUnidentifiedProblemText = "Unidentified problem de
 inline constexpr char const* kHelpFailedText = "Unknown error handled.";
 
 /// The parser behind IParser: owns the declarations and the texts handed out, drives parses, and is
-/// the event sink of the recognisers, which it passes on to the host's handlers. What it does is
+/// the event sink of the recognizers, which it passes on to the host's handlers. What it does is
 /// spread over four files: this class's own, parse_driver, option_files and action_rules.
 class BasicParser final : public IParser {
 public:
@@ -40,7 +40,7 @@ public:
                     char const* section) override;
     IOption* modifier(char const* name, char const* action, char const* description,
                       mosaic2::das_variant_type_t type, char const* section) override;
-    bool isOptionDeclared(char const* name, bool action, char const* ownerAction) override;
+    bool isOptionDeclared(char const* name, bool action, char const* section) override;
     int parseArgsVector(int argc, char const* const* argv, IParseResult* result) override;
     int parseStream(char const* text, IParseResult* result) override;
     char const* getErrorDesc() override;
@@ -65,14 +65,14 @@ protected:
     virtual int parseVector(ArgumentSource& source, BRIX::WhiteSpace& whiteSpace,
                             ParseResult& result);
 
-    /// Recognises and stores the arguments in front of the end marker.
+    /// Recognizes and stores the arguments in front of the end marker.
     virtual int parse_phase_one(ArgumentList& args, ParseSession& session);
 
     /// Checks the options that were given against the actions.
     virtual int parse_phase_two(ParseSession& session);
 
 private:
-    /// Whom the recognisers tell about options and values. Only a handler can add others while a
+    /// Whom the recognizers tell about options and values. Only a handler can add others while a
     /// parse runs, so one that begins without handlers has none to its end.
     EventHandler* listener() { return m_handlers.empty() ? nullptr : this; }
     template <class Visit>

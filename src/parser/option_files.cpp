@@ -111,7 +111,7 @@ int BasicParser::collectNonparsingArguments(ArgumentList& args, ParseSession& se
     for (args.eraseFront(); !args.empty(); args.eraseFront()) {
         session.result.storeArgument(args[0]);
         varoLog("collectNonparsingArguments: ", "stored argument: '", args[0], "'");
-        if ((m_flags & kOptionsAfterMarker) != 0) {
+        if ((m_flags & kPositionalAfterMarker) != 0) {
             int const code = offerToPositional(args[0], session);
             if (code != kSuccess) {
                 return code;

@@ -43,7 +43,7 @@ private:
     RegisteredOptionStorage& m_registry;
 };
 
-/// The recogniser with the highest priority among those that take args[0]; null if none does. All
+/// The recognizer with the highest priority among those that take args[0]; null if none does. All
 /// are asked, in this order. Their classes are known here, which spares virtual calls.
 template <class... Recognizers>
 IArgumentParser* chooseRecognizer(ArgumentList& args, RegisteredOptionStorage& options,
@@ -133,7 +133,7 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
     }
     PositionalOptionsParser positional(listener(), &m_garbage, m_flags);
     AbbreviationParser abbreviation(listener(), &m_garbage, m_flags, session.whiteSpace);
-    std::string reason;  // why a recogniser does not take an argument interests nobody
+    std::string reason;  // why a recognizer does not take an argument interests nobody
     std::string warning;
     while (!args.empty() && args[0] != kEndMarker) {
         IArgumentParser* const recognizer =
@@ -157,7 +157,7 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
     return kSuccess;
 }
 
-/// Drops an argument that no recogniser takes, or makes it an error.
+/// Drops an argument that no recognizer takes, or makes it an error.
 int BasicParser::takeUnclaimed(ArgumentList& args, std::string& error) {
     bool const isVetoed = !m_handlers.empty() && !onUknownArgument(std::string(args[0]).c_str());
     if ((m_flags & kUnknownIsError) != 0 && !isVetoed) {

@@ -7,11 +7,11 @@
 
 namespace varo_3_3 {
 
-/// The recogniser of dashed options: one or two dashes, a name or an unambiguous beginning of one,
+/// The recognizer of dashed options: one or two dashes, a name or an unambiguous beginning of one,
 /// and a value behind "=" or white space or in the next argument.
 class AbbreviationParser final : public IArgumentParser {
 public:
-    /// `whiteSpace` outlives this recogniser.
+    /// `whiteSpace` outlives this recognizer.
     AbbreviationParser(EventHandler* handler, Garbage* garbage, int flags,
                        BRIX::WhiteSpace& whiteSpace);
 

@@ -12,14 +12,14 @@
 
 namespace varo_3_3 {
 
-/// What a recogniser answers; the driver passes failures of parse on to the host as they are.
+/// What a recognizer answers; the driver passes failures of parse on to the host as they are.
 enum result_t : int {
-    kTaken = 0,         ///< recognize: this recogniser takes the argument; parse: it has taken it
+    kTaken = 0,         ///< recognize: this recognizer takes the argument; parse: it has taken it
     kNotTaken = 1,      ///< recognize: not mine; parse: an event handler refused a value
     kArgumentError = 2  ///< the message says what is wrong
 };
 
-/// A recogniser: looks at the front of the arguments, decides whether it can take it, and takes it:
+/// A recognizer: looks at the front of the arguments, decides whether it can take it, and takes it:
 /// finds the option, its value, converts and checks that, tells the event handler, and stores the
 /// occurrence. Made by the driver for one list of arguments and gone after it.
 class IArgumentParser {
@@ -32,7 +32,7 @@ public:
     IArgumentParser(IArgumentParser const&) = delete;
     IArgumentParser& operator=(IArgumentParser const&) = delete;
 
-    /// Whether args[0] is this recogniser's; kTaken or kNotTaken. Only decides, and may remember
+    /// Whether args[0] is this recognizer's; kTaken or kNotTaken. Only decides, and may remember
     /// what it found for the parse that follows. May set `message` to why it does not take the
     /// argument.
     virtual result_t recognize(ArgumentList& args, RegisteredOptionStorage& options,
@@ -50,7 +50,7 @@ public:
     /// The end of a message that refers to an argument.
     virtual std::string formatTokenMessage(std::string_view token);
 
-    /// Of several recognisers that take an argument the one with the highest priority gets it.
+    /// Of several recognizers that take an argument the one with the highest priority gets it.
     virtual int getPriority() = 0;
 
     /// Takes the next number of the process-wide sequence of positions. At its end, 2147483646, the

@@ -4,7 +4,7 @@
 
 namespace varo_3_3 {
 
-/// The recogniser of positional arguments: each is a value of the first option declared positional.
+/// The recognizer of positional arguments: each is a value of the first option declared positional.
 class PositionalOptionsParser final : public IArgumentParser {
 public:
     PositionalOptionsParser(EventHandler* handler, Garbage* garbage, int flags);

@@ -9,22 +9,22 @@ namespace {
 using namespace mosaic2;
 using namespace varo_test;
 
-/// A parser with three observers, called in this order.
-class Observers : public ::testing::Test {
+/// A parser with three handlers, called in this order.
+class Handlers : public ::testing::Test {
 protected:
-    Observers() : m_parser(varo::kUnknownIsError), m_result(m_parser.createResult()) {
+    Handlers() : m_parser(varo::kUnknownIsError), m_result(m_parser.createResult()) {
         m_level = m_parser->option("level,l", "", vtS32, "");
         m_parser->option("list", "", vtString, "");
         m_parser->option("flag", "", vtBool, "");
-        for (Observer& observer : m_observers) {
-            m_parser->addHandler(&observer);
+        for (RecordingHandler& handler : m_handlers) {
+            m_parser->addHandler(&handler);
         }
     }
 
-    /// Lets the observer do something once, when it sees `event`.
+    /// Lets the handler do something once, when it sees `event`.
     void once(int index, std::string const& event, std::function<bool()> const& action) {
-        m_observers[index].m_reaction = [done = false, event,
-                                         action](std::string const& seen) mutable {
+        m_handlers[index].m_reaction = [done = false, event,
+                                        action](std::string const& seen) mutable {
             if (done || seen != event) {
                 return true;
             }
@@ -40,45 +40,45 @@ protected:
     varo::Parser m_parser;
     varo::Result m_result;
     varo::IOption* m_level = nullptr;
-    Observer m_observers[3];
+    RecordingHandler m_handlers[3];
 };
 
-TEST_F(Observers, HearEventsInOrder) {
-    EXPECT_FALSE(m_parser->addHandler(&m_observers[0]));
+TEST_F(Handlers, HearEventsInOrder) {
+    EXPECT_FALSE(m_parser->addHandler(&m_handlers[0]));
     EXPECT_FALSE(m_parser->addHandler(nullptr));
     EXPECT_FALSE(m_parser->addHandler(m_parser.interface()));
-    EXPECT_TRUE(m_parser->removeHandler(&m_observers[2]));
-    EXPECT_FALSE(m_parser->removeHandler(&m_observers[2]));
+    EXPECT_TRUE(m_parser->removeHandler(&m_handlers[2]));
+    EXPECT_FALSE(m_parser->removeHandler(&m_handlers[2]));
     EXPECT_FALSE(m_parser->removeHandler(nullptr));
     EXPECT_EQ(parse({"-l=+1,2", "--list=a,,b", "--no-fl", "--list", "", "--", "--list=x"}), 0);
-    EXPECT_EQ(m_observers[0].m_events,
+    EXPECT_EQ(m_handlers[0].m_events,
               "option level; value level=+1; value level=2; option list; value list=a; "
               "value list=b; option flag; value flag=0; option list; ");
-    EXPECT_EQ(m_observers[1].m_events, m_observers[0].m_events);
-    EXPECT_EQ(m_observers[2].m_events, "");
+    EXPECT_EQ(m_handlers[1].m_events, m_handlers[0].m_events);
+    EXPECT_EQ(m_handlers[2].m_events, "");
 }
 
-TEST_F(Observers, KeepTextsAsLongAsTheParser) {
+TEST_F(Handlers, KeepTextsAsLongAsTheParser) {
     std::string const text(100, 't');
     EXPECT_EQ(parse({"--list=" + text, "--" + text}), 2);
     char const* const error = m_parser.error();
     EXPECT_EQ(parse({"-another"}), 2);
     m_result = varo::Result();
     std::string all = error;
-    for (char const* const kept : m_observers[0].m_texts) {
+    for (char const* const kept : m_handlers[0].m_texts) {
         all += kept;
     }
     EXPECT_EQ(all, "Unknown option: --" + text + "list" + text + "--" + text + "-another");
 }
 
-TEST_F(Observers, HearOfNullsAsEmptyTexts) {
+TEST_F(Handlers, HearOfNullsAsEmptyTexts) {
     EXPECT_TRUE(m_parser->onOptionParse(nullptr));
     EXPECT_TRUE(m_parser->onValueParse(nullptr, varo::Value(nullptr, 1, 0)));
     EXPECT_TRUE(m_parser->onUknownArgument(nullptr));
-    EXPECT_EQ(m_observers[0].m_events, "option ; value =; unknown ; ");
+    EXPECT_EQ(m_handlers[0].m_events, "option ; value =; unknown ; ");
 }
 
-TEST_F(Observers, RefuseValues) {
+TEST_F(Handlers, RefuseValues) {
     once(1, "value list=b", [] { return false; });
     Console const console;
     EXPECT_EQ(parse({"varooption=varologenable=1", "--list=x", "--list=a,b", "--level=1"}),
@@ -87,15 +87,15 @@ TEST_F(Observers, RefuseValues) {
     EXPECT_EQ(m_parser.error(), text);
     EXPECT_EQ(contents(m_result, "list"), "'x'");
     EXPECT_EQ(contents(m_result, "level"), "absent");
-    std::string const last = m_observers[0].m_events.substr(m_observers[0].m_events.rfind("value"));
+    std::string const last = m_handlers[0].m_events.substr(m_handlers[0].m_events.rfind("value"));
     EXPECT_EQ(last, "value list=b; ");
-    EXPECT_EQ(m_observers[2].m_events, "option list; value list=x; option list; value list=a; ");
+    EXPECT_EQ(m_handlers[2].m_events, "option list; value list=x; option list; value list=a; ");
     EXPECT_NE(console.text().find("AbbreviationParser" + text +
                                   " One of the handler signaled the value is not valid.\n"),
               std::string::npos);
 }
 
-TEST_F(Observers, VetoUnknownArgumentsTogether) {
+TEST_F(Handlers, VetoUnknownArgumentsTogether) {
     struct Silent final : varo::EventHandler {
     } silent;
     m_parser->addHandler(&silent);
@@ -103,27 +103,27 @@ TEST_F(Observers, VetoUnknownArgumentsTogether) {
     once(2, "option level", [] { return false; });  // without effect
     EXPECT_EQ(parse({"-a", "--level=1", "-b"}), 2);
     EXPECT_STREQ(m_parser.error(), "Unknown option: -b");
-    EXPECT_EQ(m_observers[2].m_events, "unknown -a; option level; value level=1; unknown -b; ");
+    EXPECT_EQ(m_handlers[2].m_events, "unknown -a; option level; value level=1; unknown -b; ");
     EXPECT_EQ(contents(m_result, "level"), "s32 1");
 }
 
-TEST_F(Observers, RemoveEachOther) {
+TEST_F(Handlers, RemoveEachOther) {
     for (char const* const event : {"option level", "value level=1", "unknown -x"}) {
         for (int remover = 0; remover < 3; ++remover) {
             for (int removed = 0; removed < 3; ++removed) {
                 SCOPED_TRACE(event + std::to_string(remover) + std::to_string(removed));
                 varo::Parser const parser;
                 parser->option("level", "", vtS32, "");
-                std::unique_ptr<Observer> observers[3];
-                for (auto& observer : observers) {
-                    observer = std::make_unique<Observer>();
-                    parser->addHandler(observer.get());
+                std::unique_ptr<RecordingHandler> handlers[3];
+                for (auto& handler : handlers) {
+                    handler = std::make_unique<RecordingHandler>();
+                    parser->addHandler(handler.get());
                 }
-                std::sort(std::begin(observers), std::end(observers));
-                observers[remover]->m_reaction = [&](std::string const& seen) {
-                    if (seen == event && parser->removeHandler(observers[removed].get()) &&
+                std::sort(std::begin(handlers), std::end(handlers));
+                handlers[remover]->m_reaction = [&](std::string const& seen) {
+                    if (seen == event && parser->removeHandler(handlers[removed].get()) &&
                         removed != remover) {
-                        observers[removed].reset();
+                        handlers[removed].reset();
                     }
                     return true;
                 };
@@ -133,8 +133,8 @@ TEST_F(Observers, RemoveEachOther) {
                     "option level; value level=1; unknown -x; option level; value level=2; ";
                 for (int index = 0; index < 3; ++index) {
                     std::size_t const end = all.find(event) + std::string(event).size() + 2;
-                    if (observers[index] != nullptr) {
-                        EXPECT_EQ(observers[index]->m_events,
+                    if (handlers[index] != nullptr) {
+                        EXPECT_EQ(handlers[index]->m_events,
                                   index == removed ? all.substr(0, end) : all);
                     }
                 }
@@ -143,7 +143,7 @@ TEST_F(Observers, RemoveEachOther) {
     }
 }
 
-TEST_F(Observers, DeclareAndReplaceWhatIsInUse) {
+TEST_F(Handlers, DeclareAndReplaceWhatIsInUse) {
     once(0, "option level", [&] {
         for (int index = 0; index < 1000; ++index) {
             m_parser->option(("extra" + std::to_string(index)).c_str(), "", vtS32, "");
@@ -165,10 +165,10 @@ TEST_F(Observers, DeclareAndReplaceWhatIsInUse) {
     EXPECT_EQ(contents(m_result, "level"), "s32 1 'x'");
 }
 
-TEST_F(Observers, QueryTheResultBeingFilled) {
+TEST_F(Handlers, QueryTheResultBeingFilled) {
     std::string seen;
     once(0, "value level=3", [&] { return m_level->synonym("late") == m_level; });
-    m_observers[1].m_reaction = [&](std::string const&) {
+    m_handlers[1].m_reaction = [&](std::string const&) {
         seen += contents(m_result, "level") + "; ";
         m_result.interface()->next("level");
         EXPECT_STREQ(m_parser->getErrorDesc(), "");
@@ -180,7 +180,7 @@ TEST_F(Observers, QueryTheResultBeingFilled) {
     EXPECT_EQ(contents(m_result, "late"), "s32 1 s32 2 s32 3");
 }
 
-TEST_F(Observers, ParseAgain) {
+TEST_F(Handlers, ParseAgain) {
     varo::Result other = m_parser.createResult();
     once(0, "value list=a", [&] {
         EXPECT_EQ(varo_test::parse(m_parser, other, {"--level=2", "--list=c", "--", "inner"}), 0);
@@ -199,7 +199,7 @@ TEST_F(Observers, ParseAgain) {
     EXPECT_EQ(plainArguments(other), "inner|");
 }
 
-TEST_F(Observers, ThrowThroughTheParse) {
+TEST_F(Handlers, ThrowThroughTheParse) {
     for (char const* const event : {"option level", "value level=1", "unknown -x"}) {
         SCOPED_TRACE(event);
         m_result = m_parser.createResult();

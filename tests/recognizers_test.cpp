@@ -40,7 +40,7 @@ TEST(Recognizers, ParseWithoutRecognizeFindsNoOption) {
     RegisteredOptionStorage options(&garbage);
     options.option("verbose", nullptr, "", false, vtBool, "");
     options.option("version", nullptr, "", false, vtBool, "");
-    BRIX::WhiteSpace whiteSpace;
+    varo_3_3::internal::WhiteSpace whiteSpace;
     AbbreviationParser abbreviations(&parser, &garbage, 0, whiteSpace);
     auto const parse = [&](IArgumentParser& recognizer, std::string_view argument, bool recognize) {
         SingleArgument source(argument);

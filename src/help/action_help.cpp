@@ -1,6 +1,6 @@
 #include "help/action_help.h"
 
-#include "parser/tag_sets.h"
+#include "options/tag_sets.h"
 #include "platform/throw.h"
 
 namespace varo_3_3 {
@@ -34,7 +34,7 @@ ShownOptions findActionModifiers(RegisteredOptionStorage const& registry,
                                  unsigned long actionIndex) {
     OptionRecords const& records = registry.records();
     if (actionIndex >= records.size()) {
-        BRIX::throwOutOfRange(
+        internal::throwOutOfRange(
             "vector::_M_range_check: __n (which is %zu) >= this->size() (which is %zu)",
             actionIndex, records.size());
     }

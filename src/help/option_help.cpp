@@ -120,7 +120,7 @@ std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions 
         expectedSize += option->m_description.size() * 7 / 4 + kUsualCaption;
         if (!option->m_isPositional) {
             bySection[registry.sectionNumber(option->m_section)].push_back(
-                {BRIX::leadOf({}, option->firstName()), option});
+                {internal::leadOf({}, option->firstName()), option});
         }
     }
     std::string help;
@@ -171,8 +171,9 @@ std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view 
 std::string unknownTopicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
                              HelpStyle style) {
     // The two sentences follow each other without a blank; tools compare this text.
-    return BRIX::join({"Help for ", topic, " not available.",
-                       "Please use one of the following topics:\n", generalHelp(registry, style)});
+    return internal::join({"Help for ", topic, " not available.",
+                           "Please use one of the following topics:\n",
+                           generalHelp(registry, style)});
 }
 
 }  // namespace varo_3_3

@@ -20,8 +20,9 @@ std::string_view cutPiece(std::string_view text, std::size_t newline, std::size_
         return piece;
     }
     if (piece.empty()) {
-        BRIX::throwOutOfRange("basic_string::at: __n (which is %zu) >= this->size() (which is %zu)",
-                              piece.size() - 1, piece.size());
+        internal::throwOutOfRange(
+            "basic_string::at: __n (which is %zu) >= this->size() (which is %zu)", piece.size() - 1,
+            piece.size());
     }
     if (piece.back() == ' ') {
         return piece;
@@ -79,7 +80,7 @@ std::string paragraphString(std::string text, std::string caption, unsigned long
 WordWrappedText::WordWrappedText(char const* caption, char const* text, unsigned long indent,
                                  unsigned long rightMargin) {
     if (caption == nullptr || text == nullptr) {
-        BRIX::throwLogicError("basic_string::_M_construct null not valid");
+        internal::throwLogicError("basic_string::_M_construct null not valid");
     }
     appendParagraph(m_text, text, caption, indent, rightMargin - indent);
 }

@@ -10,10 +10,10 @@ char const* Garbage::init(char const* text) {
 }
 
 char const* Garbage::init(std::string_view text) {
-    std::uint32_t const hash = BRIX::TextHash::of(text);
+    std::uint32_t const hash = internal::TextHash::of(text);
     std::uint32_t const held = m_sharedIndex.find(
         hash, [&](std::uint32_t candidate) { return m_shared[candidate] == text; });
-    if (held != BRIX::HashIndex::kNone) {
+    if (held != internal::HashIndex::kNone) {
         return m_shared[held].data();
     }
     m_sharedIndex.reserveMore(1);

@@ -36,7 +36,7 @@ private:
     std::size_t m_chunkSize = 0;
     std::vector<std::string> m_adopted;  // long enough not to move with the vector
     std::vector<std::string_view> m_shared;
-    BRIX::HashIndex m_sharedIndex;
+    internal::HashIndex m_sharedIndex;
 };
 
 }  // namespace varo_3_3

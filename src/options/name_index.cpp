@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "parser/tag_sets.h"
+#include "options/tag_sets.h"
 #include "platform/join.h"
 #include "platform/reserve_more.h"
 #include "platform/text_lead.h"
@@ -17,7 +17,7 @@ constexpr std::string_view kNegation = "no-";
 void NameIndex::reserveMore(OptionDescription const& record, std::size_t names, std::size_t tags) {
     std::size_t const forms = record.m_type == mosaic2::vtBool ? 2 : 1;
     std::size_t const keys = names * forms * (1 + tags);
-    BRIX::reserveMore(m_keys, keys, 32);
+    internal::reserveMore(m_keys, keys, 32);
     m_heads.reserveMore(keys);
 }
 
@@ -86,7 +86,7 @@ NameIndex::BestMatch NameIndex::find_best_match(std::string_view typed) {
         return match;
     }
     sortHeads();
-    std::uint64_t const lead = BRIX::leadOf({}, typed);
+    std::uint64_t const lead = internal::leadOf({}, typed);
     auto const begin =
         std::partition_point(m_sorted.begin(), m_sorted.end(), [&](SortedKey const& sorted) {
             return sorted.lead != lead ? sorted.lead < lead
@@ -114,7 +114,7 @@ NameIndex::BestMatch NameIndex::find_best_match(std::string_view typed) {
 }
 
 std::string NameIndex::textOf(std::uint32_t key) const {
-    return BRIX::join({prefixOf(m_keys[key]), nameOf(m_keys[key])});
+    return internal::join({prefixOf(m_keys[key]), nameOf(m_keys[key])});
 }
 
 bool NameIndex::beginsWithNo(std::uint32_t key) const {
@@ -177,8 +177,8 @@ bool NameIndex::hasTag(Key const& key, std::string const* tag) {
 std::uint32_t NameIndex::hashOf(std::string_view prefix, std::string_view name,
                                 std::string const* tag) {
     std::uint32_t const hash =
-        prefix.empty() ? BRIX::TextHash::of(name) : BRIX::TextHash::of(prefix, name);
-    return tag == nullptr ? hash : hash * 31 + BRIX::TextHash::of(*tag) + 1;
+        prefix.empty() ? internal::TextHash::of(name) : internal::TextHash::of(prefix, name);
+    return tag == nullptr ? hash : hash * 31 + internal::TextHash::of(*tag) + 1;
 }
 
 /// How the text of `key` sorts to `text`: negative, zero or positive.
@@ -328,7 +328,7 @@ void NameIndex::sortHeads() {
     m_heads.forEach([this](std::uint32_t number) {
         Key const& key = m_keys[number];
         if (key.tag == nullptr) {
-            m_sorted.push_back({BRIX::leadOf(prefixOf(key), nameOf(key)), number});
+            m_sorted.push_back({internal::leadOf(prefixOf(key), nameOf(key)), number});
         }
     });
     std::sort(

@@ -24,7 +24,7 @@ namespace varo_3_3 {
 /// dropped by any such change and built again by the next abbreviation.
 class NameIndex {
 public:
-    static constexpr std::uint32_t kNone = BRIX::HashIndex::kNone;
+    static constexpr std::uint32_t kNone = internal::HashIndex::kNone;
 
     /// What a typed name may mean: nothing, one candidate, or several.
     struct BestMatch {
@@ -120,7 +120,7 @@ private:
     OptionRecords const& m_records;
     std::vector<Key> m_keys;
     std::uint32_t m_freeKey = kNone;  // chain of the keys that were taken out
-    BRIX::HashIndex m_heads;
+    internal::HashIndex m_heads;
     std::vector<SortedKey> m_sorted;
     bool m_isSorted = false;
 };

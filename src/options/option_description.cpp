@@ -120,8 +120,8 @@ bool OptionDescription::validate(std::string_view text, mosaic2::variant_t& valu
     }
     value = fromString(text, m_type);
     if (value.m_type == mosaic2::vtNull && hasConversion(m_type)) {
-        message = BRIX::join({"Option '", firstName(), "' can not parse '", text,
-                              "' value, requires a type '", typeName(m_type), "' here."});
+        message = internal::join({"Option '", firstName(), "' can not parse '", text,
+                                  "' value, requires a type '", typeName(m_type), "' here."});
         return false;
     }
     if (!m_deprecatedValues.empty() && replaceDeprecated(text, value, message)) {
@@ -145,8 +145,8 @@ bool OptionDescription::replaceDeprecated(std::string_view text, mosaic2::varian
         return false;
     }
     value = deprecated->second;
-    message = BRIX::join({"Warning: '", text, "' argument is deprecated for the option '-",
-                          firstName(), "'. Use the '", textOf(value), "' argument instead."});
+    message = internal::join({"Warning: '", text, "' argument is deprecated for the option '-",
+                              firstName(), "'. Use the '", textOf(value), "' argument instead."});
     return true;
 }
 
@@ -166,15 +166,15 @@ bool OptionDescription::complete(std::string_view text, mosaic2::variant_t& valu
                      });
     }
     if (matching.empty()) {
-        message = BRIX::join({"Option '", firstName(), "' does not allow value '", text,
-                              "'. Possible values follows: ", quoteValues(m_allowedValues)});
+        message = internal::join({"Option '", firstName(), "' does not allow value '", text,
+                                  "'. Possible values follows: ", quoteValues(m_allowedValues)});
         return false;
     }
     // The same value allowed twice is still one value.
     if (std::count(matching.begin(), matching.end(), matching.front()) !=
         static_cast<std::ptrdiff_t>(matching.size())) {
-        message = BRIX::join({"Ambiguous value for option '", firstName(),
-                              "'. Possible values follows: ", quoteValues(matching)});
+        message = internal::join({"Ambiguous value for option '", firstName(),
+                                  "'. Possible values follows: ", quoteValues(matching)});
         return false;
     }
     value = matching.front();

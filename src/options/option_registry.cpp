@@ -4,8 +4,8 @@
 #include <exception>
 
 #include "options/split_list.h"
-#include "parser/diagnostic_log.h"
 #include "platform/reserve_more.h"
+#include "trace/diagnostic_log.h"
 
 namespace varo_3_3 {
 
@@ -44,7 +44,7 @@ IOption* RegisteredOptionStorage::modifier(char const* names, char const* action
 }
 
 std::uint32_t RegisteredOptionStorage::sectionNumber(std::string_view name) const {
-    return m_sectionIndex.find(BRIX::TextHash::of(name), [&](std::uint32_t candidate) {
+    return m_sectionIndex.find(internal::TextHash::of(name), [&](std::uint32_t candidate) {
         return m_sections[candidate].first == name;
     });
 }
@@ -116,9 +116,9 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     record->tag(isAction ? names : nullptr);
     record->tokenize(m_defaultTokenizer);
 
-    BRIX::reserveMore(m_records, 1, 16);
+    internal::reserveMore(m_records, 1, 16);
     if (m_users > 0) {
-        BRIX::reserveMore(m_retired, 1);
+        internal::reserveMore(m_retired, 1);
     }
     m_names.reserveMore(*record, record->m_names.size(), record->m_tags.size());
     commit(sectionChange);
@@ -143,22 +143,22 @@ RegisteredOptionStorage::SectionChange RegisteredOptionStorage::prepareSection(
     std::string_view const text = section.substr(std::min(colon + 1, section.size()));
     bool const isLast = !m_sections.empty() && m_sections[m_lastSection].first == name;
     SectionChange change{name, std::string(text), {}, isLast ? m_lastSection : sectionNumber(name)};
-    if (change.number == BRIX::HashIndex::kNone) {
+    if (change.number == internal::HashIndex::kNone) {
         change.newName = name;
-        BRIX::reserveMore(m_sections, 1);
+        internal::reserveMore(m_sections, 1);
         m_sectionIndex.reserveMore(1);
     }
     return change;
 }
 
 void RegisteredOptionStorage::commit(SectionChange& change) noexcept {
-    if (change.number != BRIX::HashIndex::kNone) {
+    if (change.number != internal::HashIndex::kNone) {
         m_lastSection = change.number;
         m_sections[m_lastSection].second = std::move(change.text);
         return;
     }
     m_lastSection = static_cast<std::uint32_t>(m_sections.size());
-    m_sectionIndex.insert(BRIX::TextHash::of(change.newName), m_lastSection);
+    m_sectionIndex.insert(internal::TextHash::of(change.newName), m_lastSection);
     m_sections.emplace_back(std::move(change.newName), std::move(change.text));
 }
 

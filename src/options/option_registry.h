@@ -88,7 +88,7 @@ private:
 
     Garbage* m_textHolder;
     NameIndex m_names;
-    BRIX::HashIndex m_sectionIndex;
+    internal::HashIndex m_sectionIndex;
     std::uint32_t m_lastSection = 0;  // the one that the last declaration named
     std::vector<std::uint32_t> m_withDefault;
     std::uint32_t m_firstPositional = NameIndex::kNone;

@@ -140,7 +140,7 @@ char const* BasicParser::getDescription(char const* topic, bool hidden) {
 
 char const* BasicParser::getActionModifiersDescription(char const* action, bool hidden) {
     if (action == nullptr) {
-        BRIX::throwLogicError("basic_string::_M_construct null not valid");
+        internal::throwLogicError("basic_string::_M_construct null not valid");
     }
     return holdHelp([&] { return actionHelp(m_registry, action, HelpStyle{m_flags, hidden}); });
 }

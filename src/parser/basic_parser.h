@@ -62,7 +62,7 @@ public:
 protected:
     /// Both phases over one list of arguments, with what stands behind "--" and the option files in
     /// between. Sets the last error.
-    virtual int parseVector(ArgumentSource& source, BRIX::WhiteSpace& whiteSpace,
+    virtual int parseVector(ArgumentSource& source, internal::WhiteSpace& whiteSpace,
                             ParseResult& result);
 
     /// Recognizes and stores the arguments in front of the end marker.

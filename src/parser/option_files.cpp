@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "parser/basic_parser.h"
-#include "parser/diagnostic_log.h"
 #include "platform/join.h"
 #include "platform/reserve_more.h"
 #include "recognizers/positional_parser.h"
+#include "trace/diagnostic_log.h"
 
 namespace varo_3_3 {
 
@@ -45,7 +45,7 @@ void OptionFiles::store(OptionDescription const& option, OptionData const& data)
             named.push_back({name, m_current});
         }
     }
-    BRIX::reserveMore(m_files, named.size());
+    internal::reserveMore(m_files, named.size());
     m_result.store(option, data);
     m_isGiven = true;
     m_isAtEnd = isAtEnd;
@@ -76,11 +76,11 @@ bool OptionFiles::loadNext(std::string& text, std::string& error) {
     File& wanted = m_files[m_current];
     wanted.identity = BRIX::file_t::identify(wanted.name.c_str());
     if (isInsideItself(m_current)) {
-        error = BRIX::join({"Option file '", wanted.name, "' includes itself"});
+        error = internal::join({"Option file '", wanted.name, "' includes itself"});
         return false;
     }
     if (m_current >= kMostFiles || !load(wanted, text)) {
-        error = BRIX::join({"Error reading option file '", wanted.name, "'"});
+        error = internal::join({"Error reading option file '", wanted.name, "'"});
         return false;
     }
     m_bytesLeft -= text.size();

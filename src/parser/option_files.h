@@ -20,14 +20,14 @@ inline constexpr std::string_view kOptionFileName = "option-file";
 class OptionLines final : public ArgumentSource {
 public:
     /// `text` and `whiteSpace` outlive this object.
-    OptionLines(std::string_view text, BRIX::WhiteSpace& whiteSpace)
+    OptionLines(std::string_view text, internal::WhiteSpace& whiteSpace)
         : m_rest(text), m_whiteSpace(whiteSpace) {}
 
     bool next(std::string_view& argument) override;
 
 private:
     std::string_view m_rest;
-    BRIX::WhiteSpace& m_whiteSpace;
+    internal::WhiteSpace& m_whiteSpace;
 };
 
 /// The option files of one parse. Stands in front of the result as the collector, notes the files

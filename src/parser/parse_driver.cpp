@@ -2,12 +2,12 @@
 #include <exception>
 #include <optional>
 
+#include "options/tag_sets.h"
 #include "parser/basic_parser.h"
-#include "parser/diagnostic_log.h"
-#include "parser/tag_sets.h"
 #include "platform/join.h"
 #include "recognizers/abbreviation_parser.h"
 #include "recognizers/positional_parser.h"
+#include "trace/diagnostic_log.h"
 
 namespace varo_3_3 {
 
@@ -73,19 +73,19 @@ int BasicParser::parseArgsVector(int argc, char const* const* argv, IParseResult
     if (argv == nullptr || std::find(argv + 1, argv + argc, nullptr) != argv + argc) {
         return kUnusableArguments;
     }
-    BRIX::WhiteSpace whiteSpace;
+    internal::WhiteSpace whiteSpace;
     ArgumentVector source(argv + 1, static_cast<std::size_t>(argc) - 1);
     return parseVector(source, whiteSpace, *target);
 }
 
 int BasicParser::parseStream(char const* text, IParseResult* result) {
     Target const target(result, m_registry);
-    BRIX::WhiteSpace whiteSpace;
+    internal::WhiteSpace whiteSpace;
     OptionLines lines(text != nullptr ? text : "", whiteSpace);
     return parseVector(lines, whiteSpace, *target);
 }
 
-int BasicParser::parseVector(ArgumentSource& source, BRIX::WhiteSpace& whiteSpace,
+int BasicParser::parseVector(ArgumentSource& source, internal::WhiteSpace& whiteSpace,
                              ParseResult& result) {
     m_lastError.clear();
     try {
@@ -161,7 +161,7 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
 int BasicParser::takeUnclaimed(ArgumentList& args, std::string& error) {
     bool const isVetoed = !m_handlers.empty() && !onUknownArgument(std::string(args[0]).c_str());
     if ((m_flags & kUnknownIsError) != 0 && !isVetoed) {
-        error = BRIX::join({"Unknown option: ", args[0]});
+        error = internal::join({"Unknown option: ", args[0]});
         return kParseError;
     }
     varoLog("ignoring ", args[0]);
@@ -196,9 +196,9 @@ int BasicParser::findGivenAction(std::vector<std::string_view> const& given, Par
         }
         met.emplace(record.firstName());
         if (action != nullptr && action != &record && !assertActionsCanBeUsedSimultaneously(met)) {
-            session.error =
-                BRIX::join({"Action '-", record.firstName(), "' and action '-", action->firstName(),
-                            "' were defined, but only one action possible."});
+            session.error = internal::join({"Action '-", record.firstName(), "' and action '-",
+                                            action->firstName(),
+                                            "' were defined, but only one action possible."});
             return kParseError;
         }
         action = &record;
@@ -222,8 +222,8 @@ int BasicParser::checkModifiers(std::vector<std::string_view> const& given, Pars
         OptionDescription const& record = *m_registry.records()[index];
         if (!record.isAction() && !record.m_tags.empty() &&
             !isIntersected(record.m_tags, action.m_tags)) {
-            session.error = BRIX::join({"Action '-", action.firstName(),
-                                        "' doesn't accept option '-", record.firstName(), "'"});
+            session.error = internal::join({"Action '-", action.firstName(),
+                                            "' doesn't accept option '-", record.firstName(), "'"});
             return kParseError;
         }
     }

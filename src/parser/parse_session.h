@@ -11,7 +11,7 @@ namespace varo_3_3 {
 /// What one parse call carries through its phases, so that a parse within it shares nothing with
 /// it.
 struct ParseSession {
-    ParseSession(ParseResult& target, BRIX::WhiteSpace& space)
+    ParseSession(ParseResult& target, internal::WhiteSpace& space)
         : result(target), whiteSpace(space), files(target) {}
 
     void addWarning(std::string const& warning) {
@@ -22,7 +22,7 @@ struct ParseSession {
     }
 
     ParseResult& result;
-    BRIX::WhiteSpace& whiteSpace;
+    internal::WhiteSpace& whiteSpace;
     OptionFiles files;     ///< stands in front of the result once they are enabled
     std::string error;     ///< of the argument that ended the parse
     std::string warnings;  ///< one a line

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-namespace BRIX {
+namespace varo_3_3::internal {
 
 /// Hashes a text, eight bytes at a time. Not for keys that an enemy may choose.
 class TextHash {
@@ -177,4 +177,4 @@ private:
     std::size_t m_used = 0;
 };
 
-}  // namespace BRIX
+}  // namespace varo_3_3::internal

@@ -1,6 +1,6 @@
 #include "platform/join.h"
 
-namespace BRIX {
+namespace varo_3_3::internal {
 
 std::string join(std::initializer_list<std::string_view> parts) {
     std::size_t size = 0;
@@ -15,4 +15,4 @@ std::string join(std::initializer_list<std::string_view> parts) {
     return text;
 }
 
-}  // namespace BRIX
+}  // namespace varo_3_3::internal

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-namespace BRIX {
+namespace varo_3_3::internal {
 
 /// The parts one after the other, in one allocation.
 std::string join(std::initializer_list<std::string_view> parts);
 
-}  // namespace BRIX
+}  // namespace varo_3_3::internal

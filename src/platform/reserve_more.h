@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
-namespace BRIX {
+namespace varo_3_3::internal {
 
 template <class Vector>
 [[gnu::noinline]] void growFor(Vector& vector, std::size_t count, std::size_t smallest) {
@@ -19,4 +19,4 @@ void reserveMore(Vector& vector, std::size_t count, std::size_t smallest = 1) {
     }
 }
 
-}  // namespace BRIX
+}  // namespace varo_3_3::internal

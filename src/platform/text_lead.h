@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string_view>
 
-namespace BRIX {
+namespace varo_3_3::internal {
 
 /// The first eight bytes of prefix + text as one number that orders like them: most texts can be
 /// told apart without a look at where they lie in memory.
@@ -19,4 +19,4 @@ inline std::uint64_t leadOf(std::string_view prefix, std::string_view text) {
     return lead;
 }
 
-}  // namespace BRIX
+}  // namespace varo_3_3::internal

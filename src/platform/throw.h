@@ -8,7 +8,7 @@
 /// libstdc++'s own headers call for it: each class thrown by name would add four symbols to those
 /// that the loader looks up whenever a program starts. They are in libstdc++'s binary interface,
 /// not in its documented one; no other file names them.
-namespace BRIX {
+namespace varo_3_3::internal {
 
 [[noreturn]] inline void throwBadAlloc() {
     std::__throw_bad_alloc();
@@ -23,4 +23,4 @@ namespace BRIX {
     std::__throw_out_of_range_fmt(format, at, size);
 }
 
-}  // namespace BRIX
+}  // namespace varo_3_3::internal

@@ -4,7 +4,7 @@
 #include <locale>
 #include <optional>
 
-namespace BRIX {
+namespace varo_3_3::internal {
 
 /// What counts as white space in the C++ global locale. The locale is asked for its table the first
 /// time a character could be white space anywhere: a process that has not touched locales yet would
@@ -43,4 +43,4 @@ private:
     std::ctype<char> const* m_facet = nullptr;
 };
 
-}  // namespace BRIX
+}  // namespace varo_3_3::internal

@@ -1,15 +1,15 @@
 #include "recognizers/abbreviation_parser.h"
 
-#include "parser/diagnostic_log.h"
 #include "platform/join.h"
+#include "trace/diagnostic_log.h"
 
 namespace varo_3_3 {
 
-using BRIX::join;
+using internal::join;
 using internal::varoLog;
 
 AbbreviationParser::AbbreviationParser(EventHandler* handler, Garbage* garbage, int flags,
-                                       BRIX::WhiteSpace& whiteSpace)
+                                       internal::WhiteSpace& whiteSpace)
     : IArgumentParser(handler, garbage, flags), m_whiteSpace(whiteSpace) {
     m_name = "AbbreviationParser";
 }

@@ -13,7 +13,7 @@ class AbbreviationParser final : public IArgumentParser {
 public:
     /// `whiteSpace` outlives this recognizer.
     AbbreviationParser(EventHandler* handler, Garbage* garbage, int flags,
-                       BRIX::WhiteSpace& whiteSpace);
+                       internal::WhiteSpace& whiteSpace);
 
     result_t recognize(ArgumentList& args, RegisteredOptionStorage& options,
                        std::string& message) override;
@@ -41,7 +41,7 @@ private:
 
     Split const& split(std::string_view argument);
 
-    BRIX::WhiteSpace& m_whiteSpace;
+    internal::WhiteSpace& m_whiteSpace;
     Split m_split{};                          // the last one: recognize and parse need the same
     unsigned long m_optionIndex = kNoOption;  // of the option that the last recognize found
     std::string m_candidates;                 // of an ambiguous name: 'a', 'b'

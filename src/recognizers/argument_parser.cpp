@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "parser/diagnostic_log.h"
 #include "platform/join.h"
+#include "trace/diagnostic_log.h"
 
 namespace varo_3_3 {
 
@@ -13,7 +13,7 @@ using internal::varoLog;
 int IArgumentParser::m_idx = 0;
 
 std::string IArgumentParser::formatTokenMessage(std::string_view token) {
-    return BRIX::join({" in argument: '", token, "'"});
+    return internal::join({" in argument: '", token, "'"});
 }
 
 result_t IArgumentParser::parseValueAndAddOption(std::string_view value, std::string& message,
@@ -82,7 +82,7 @@ result_t IArgumentParser::takePieces(std::string_view value, std::string& messag
         }
     }
     if (isEmpty) {
-        message = BRIX::join(
+        message = internal::join(
             {"No value parsed in argument '", value, "' for option '", option.firstName(), "'"});
         return kArgumentError;
     }
@@ -95,7 +95,8 @@ result_t IArgumentParser::takePiece(std::string_view piece, std::string_view val
                                     ArgumentList const& args) {
     mosaic2::variant_t converted;
     if (!option.validate(piece, converted, m_reason)) {
-        message = BRIX::join({"Value validation problem in argument '", args[0], "': ", m_reason});
+        message =
+            internal::join({"Value validation problem in argument '", args[0], "': ", m_reason});
         varoLog(m_name, ": ", message);
         return kArgumentError;
     }
@@ -118,8 +119,8 @@ result_t IArgumentParser::announce(Value const& announced, std::string_view valu
                                    std::string& message, OptionDescription const& option,
                                    ArgumentList const& args) {
     if (!m_handler->onValueParse(option.firstName().data(), announced)) {
-        message = BRIX::join({"Value '", value, "' is not valid for option '", option.firstName(),
-                              "' in argument '", args[0], "'"});
+        message = internal::join({"Value '", value, "' is not valid for option '",
+                                  option.firstName(), "' in argument '", args[0], "'"});
         varoLog(m_name, message, " One of the handler signaled the value is not valid.");
         return kNotTaken;
     }

@@ -29,8 +29,8 @@ unsigned long getLongDashLength(std::string_view arg, unsigned long pos) {
     return 0;
 }
 
-bool splitOptionValue(std::string_view arg, BRIX::WhiteSpace& whiteSpace, std::string_view* name,
-                      std::string_view* value) {
+bool splitOptionValue(std::string_view arg, internal::WhiteSpace& whiteSpace,
+                      std::string_view* name, std::string_view* value) {
     unsigned long const firstDash = getDashLength(arg, 0);
     arg.remove_prefix(firstDash + getDashLength(arg, firstDash));
     std::size_t at = 0;

@@ -19,7 +19,7 @@ inline unsigned long getDashLength(std::string_view arg, unsigned long pos) {
 /// Splits an argument, without one or two leading dashes, at the first "=" or run of white space
 /// into name and value, which point into it. Without such a separator the whole is the name,
 /// `value` is left as it was, and the answer is false.
-bool splitOptionValue(std::string_view arg, BRIX::WhiteSpace& whiteSpace, std::string_view* name,
-                      std::string_view* value);
+bool splitOptionValue(std::string_view arg, internal::WhiteSpace& whiteSpace,
+                      std::string_view* name, std::string_view* value);
 
 }  // namespace varo_3_3

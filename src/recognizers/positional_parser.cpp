@@ -1,7 +1,7 @@
 #include "recognizers/positional_parser.h"
 
-#include "parser/diagnostic_log.h"
 #include "platform/join.h"
+#include "trace/diagnostic_log.h"
 #include "varo/parser.h"
 
 namespace varo_3_3 {
@@ -31,7 +31,7 @@ result_t PositionalOptionsParser::parse(ArgumentList& args, IResultCollector* co
     varoLog(m_name, ": parsing argument '", args[0], "'");
     optionIndex = options.firstPositional();
     if (optionIndex >= options.records().size()) {
-        return fail(message, BRIX::join({"Unknown option '", args[0], "'"}));
+        return fail(message, internal::join({"Unknown option '", args[0], "'"}));
     }
     OptionDescription const& option = *options.records()[optionIndex];
     varoLog(m_name, ": option is '", option.firstName(), "'");

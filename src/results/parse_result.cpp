@@ -8,7 +8,7 @@
 
 namespace varo_3_3 {
 
-using BRIX::HashIndex;
+using internal::HashIndex;
 
 void ParseResult::destroy() {
     delete this;
@@ -86,7 +86,7 @@ void ParseResult::store(OptionDescription const& option, OptionData const& data)
         }
     }
     Entry& entry = entryFor(option, stored.size());
-    BRIX::reserveMore(entry.items, std::max<std::size_t>(stored.size(), 1));
+    internal::reserveMore(entry.items, std::max<std::size_t>(stored.size(), 1));
 
     entry.isAscending = entry.isAscending && entry.lastPosition <= data.m_position;
     entry.hasValues = entry.hasValues || !stored.empty();
@@ -115,7 +115,7 @@ void ParseResult::applyDefault(RegisteredOptionStorage const& registry) {
 }
 
 void ParseResult::storeArgument(std::string_view text) {
-    BRIX::reserveMore(m_arguments, 1);
+    internal::reserveMore(m_arguments, 1);
     m_arguments.push_back({m_texts.keep(text), IArgumentParser::takePosition()});
 }
 
@@ -147,7 +147,7 @@ std::uint32_t ParseResult::findAlias(std::string_view name, std::uint32_t hash) 
 
 /// The entry with this key, or else the one that this synonym leads to.
 std::uint32_t ParseResult::findEntry(std::string_view name) const {
-    std::uint32_t const hash = BRIX::TextHash::of(name);
+    std::uint32_t const hash = internal::TextHash::of(name);
     std::uint32_t const number = findKey(name, hash);
     if (number != HashIndex::kNone) {
         return number;
@@ -181,10 +181,10 @@ std::uint32_t ParseResult::findOrAddEntry(OptionDescription const& option, std::
         Entry entry;
         entry.key = {m_texts.keep(option.firstName()), option.firstName().size()};
         entry.items.reserve(items);
-        BRIX::reserveMore(m_entries, 1, 16);
+        internal::reserveMore(m_entries, 1, 16);
         m_keys.reserveMore(1);
         addAliases(option, entry.key, number);
-        m_keys.insert(BRIX::TextHash::of(entry.key), number);
+        m_keys.insert(internal::TextHash::of(entry.key), number);
         m_entries.push_back(std::move(entry));
         ++m_generation;  // the new key may come first among the names of other records
     }
@@ -194,7 +194,7 @@ std::uint32_t ParseResult::findOrAddEntry(OptionDescription const& option, std::
 
 std::uint32_t ParseResult::findEntryOf(OptionDescription const& option) const {
     for (std::string const& name : option.m_names) {
-        std::uint32_t const number = findKey(name, BRIX::TextHash::of(name));
+        std::uint32_t const number = findKey(name, internal::TextHash::of(name));
         if (number != HashIndex::kNone) {
             return number;
         }
@@ -211,9 +211,9 @@ void ParseResult::addAliases(OptionDescription const& option, std::string_view k
         if (name == key) {
             continue;
         }
-        std::uint32_t const hash = BRIX::TextHash::of(name);
+        std::uint32_t const hash = internal::TextHash::of(name);
         if (findAlias(name, hash) == HashIndex::kNone) {
-            BRIX::reserveMore(m_aliases, 1, 16);
+            internal::reserveMore(m_aliases, 1, 16);
             m_aliases.push_back({{m_texts.keep(name), name.size()}, hash, entry});
         }
     }

@@ -103,9 +103,9 @@ private:
     std::vector<Entry> m_entries;
     std::uint64_t m_generation = 0;  // what was found in another one is not sure any more
     std::vector<Known> m_known;  // a power of two; the lower bits of a record's number lead here
-    BRIX::HashIndex m_keys;
+    internal::HashIndex m_keys;
     std::vector<Alias> m_aliases;
-    BRIX::HashIndex m_aliasIndex;
+    internal::HashIndex m_aliasIndex;
 
     struct Argument {
         char const* text;
@@ -115,7 +115,7 @@ private:
     std::size_t m_nextArgument = 0;
 
     // The iteration of next(): an entry, how far it has come, and its range.
-    std::uint32_t m_selected = BRIX::HashIndex::kNone;
+    std::uint32_t m_selected = internal::HashIndex::kNone;
     std::size_t m_nextItem = 0;
     int m_from = 0;
     int m_to = 0;

@@ -28,7 +28,7 @@ int sync_dec(int* count) {
 }
 
 void throw_bad_alloc() {
-    BRIX::throwBadAlloc();
+    varo_3_3::internal::throwBadAlloc();
 }
 
 }  // namespace internal

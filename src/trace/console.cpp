@@ -1,4 +1,4 @@
-#include "platform/console.h"
+#include "trace/console.h"
 
 #include <ios>
 #include <ostream>
@@ -24,16 +24,20 @@ bool prepareConsole() {
 
 }  // namespace internal
 
+}  // namespace BRIX
+
+namespace varo_3_3::internal {
+
 void writeLine(std::initializer_list<std::string_view> parts) noexcept {
     try {
-        internal::prepareConsole();
+        BRIX::internal::prepareConsole();
         for (std::string_view const part : parts) {
-            ucout.write(part.data(), static_cast<std::streamsize>(part.size()));
+            BRIX::ucout.write(part.data(), static_cast<std::streamsize>(part.size()));
         }
-        ucout.write("\n", 1);
-        ucout.flush();
+        BRIX::ucout.write("\n", 1);
+        BRIX::ucout.flush();
     } catch (...) {  // a host may make the stream throw
     }
 }
 
-}  // namespace BRIX
+}  // namespace varo_3_3::internal

@@ -1,4 +1,4 @@
-#include "parser/diagnostic_log.h"
+#include "trace/diagnostic_log.h"
 
 namespace varo_3_3::internal {
 

@@ -2,7 +2,7 @@
 
 #include <string_view>
 
-#include "platform/console.h"
+#include "trace/console.h"
 #include "varo/trace.h"
 
 namespace varo_3_3::internal {
@@ -11,7 +11,7 @@ namespace varo_3_3::internal {
 // that is not traced.
 template <class... Parts>
 [[gnu::cold, gnu::noinline]] void writeTrace(Parts... parts) {
-    BRIX::writeLine({parts...});
+    writeLine({parts...});
 }
 
 template <class>

@@ -3,10 +3,10 @@
 #include <initializer_list>
 #include <string_view>
 
-namespace BRIX {
+namespace varo_3_3::internal {
 
 /// Writes the parts as one line to the console stream, at once. Never fails: what the console
 /// refuses is lost, even when the host made the stream throw.
 void writeLine(std::initializer_list<std::string_view> parts) noexcept;
 
-}  // namespace BRIX
+}  // namespace varo_3_3::internal

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <map>
 
-#include "help/action_help.h"
 #include "help/paragraph.h"
 #include "options/value_text.h"
 #include "platform/join.h"
@@ -58,7 +57,7 @@ void appendSwitch(std::string& entry, OptionDescription const& option, HelpStyle
 void appendValue(std::string& entry, OptionDescription const& option) {
     if (option.m_allowedValues.empty()) {
         entry += "=<";
-        entry += typeName(option.m_type);
+        entry += option.getTypeName();
         entry += '>';
     }
     for (mosaic2::variant_t const& value : option.m_allowedValues) {
@@ -161,11 +160,21 @@ std::string generalHelp(RegisteredOptionStorage const& registry, HelpStyle style
 
 std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
                       HelpStyle style) {
-    unsigned long index = 0;
-    if (findOption(topic, index, registry.names(), {})) {
-        return unknownTopicHelp(registry, topic, style);
-    }
-    return formatOptions(registry, {registry.records()[index].get()}, style);
+    OptionDescription const* const option = registry.find(topic, {});
+    return option != nullptr ? formatOptions(registry, {option}, style)
+                             : unknownTopicHelp(registry, topic, style);
+}
+
+std::string actionHelp(RegisteredOptionStorage const& registry, std::string_view action,
+                       HelpStyle style) {
+    OptionDescription const* const found = registry.find(action, {});
+    return found != nullptr ? formatOptions(registry, findActionModifiers(registry, *found), style)
+                            : unknownTopicHelp(registry, action, style);
+}
+
+std::string globalModifiersHelp(RegisteredOptionStorage const& registry, HelpStyle style) {
+    ShownOptions const modifiers = getGlobalModifiers(registry);
+    return modifiers.empty() ? std::string() : formatOptions(registry, modifiers, style);
 }
 
 std::string unknownTopicHelp(RegisteredOptionStorage const& registry, std::string_view topic,

@@ -1,8 +1,9 @@
 #pragma once
 
 #include <string>
-#include <vector>
+#include <string_view>
 
+#include "help/shown_options.h"
 #include "options/option_registry.h"
 
 namespace varo_3_3 {
@@ -16,9 +17,6 @@ struct HelpStyle {
     bool shows(std::string_view section) const { return (section == "varo_hidden") == hidden; }
 };
 
-/// Declarations to be shown, in the order they were made.
-using ShownOptions = std::vector<OptionDescription const*>;
-
 /// The entries of `options` under the headings of their sections. Every section that the style
 /// shows has its heading; positional declarations have no entry.
 std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions const& options,
@@ -31,7 +29,14 @@ std::string generalHelp(RegisteredOptionStorage const& registry, HelpStyle style
 std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
                       HelpStyle style);
 
-/// The general help behind a sentence that says that `topic` has no help of its own.
+/// The entries of an action's modifiers, or what unknownTopicHelp says.
+std::string actionHelp(RegisteredOptionStorage const& registry, std::string_view action,
+                       HelpStyle style);
+
+/// The entries of the global modifiers; without any, "" and no headings.
+std::string globalModifiersHelp(RegisteredOptionStorage const& registry, HelpStyle style);
+
+/// The general help after a sentence that says that `topic` has no help of its own.
 std::string unknownTopicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
                              HelpStyle style);
 

@@ -99,7 +99,7 @@ IOption* OptionDescription::tag(char const* tags) {
     return this;
 }
 
-std::string OptionDescription::getTypeName() const {
+char const* OptionDescription::getTypeName() const {
     return typeName(m_type);
 }
 
@@ -114,14 +114,10 @@ char const* OptionDescription::toString(Garbage* holder, mosaic2::variant_t cons
 bool OptionDescription::validate(std::string_view text, mosaic2::variant_t& value,
                                  std::string& message) const {
     message.clear();
-    if (acceptsAnyText()) {
-        value = mosaic2::variant_t::copy_of(text.data(), text.size());
-        return true;
-    }
     value = fromString(text, m_type);
     if (value.m_type == mosaic2::vtNull && hasConversion(m_type)) {
         message = internal::join({"Option '", firstName(), "' can not parse '", text,
-                                  "' value, requires a type '", typeName(m_type), "' here."});
+                                  "' value, requires a type '", getTypeName(), "' here."});
         return false;
     }
     if (!m_deprecatedValues.empty() && replaceDeprecated(text, value, message)) {

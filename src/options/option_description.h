@@ -49,7 +49,8 @@ public:
         return m_type == mosaic2::vtString && m_allowedValues.empty() && m_deprecatedValues.empty();
     }
 
-    std::string getTypeName() const;
+    /// The name of the type in help and messages; "" for one without conversion.
+    char const* getTypeName() const;
 
     /// "" when the record has no default, or one of a kind without text.
     std::string getDefaultValueAsText() const;

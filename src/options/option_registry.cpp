@@ -9,6 +9,15 @@
 
 namespace varo_3_3 {
 
+namespace {
+
+/// Whether a declaration may have these names: up to three, the third of at most two characters.
+bool areWellFormed(std::vector<std::string> const& names) {
+    return names.size() < 3 || (names.size() == 3 && names[2].size() <= 2);
+}
+
+}  // namespace
+
 /// A help section as a declaration names it, ready to be stored without failing.
 struct RegisteredOptionStorage::SectionChange {
     std::string_view name;
@@ -90,7 +99,7 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
         internal::splitList(names,
                             [&](std::string_view name) { record->m_names.emplace_back(name); });
     }
-    if (names == nullptr || validateName(record->m_names)) {
+    if (names == nullptr || !areWellFormed(record->m_names)) {
         commit(sectionChange);
         return refuse();
     }
@@ -129,11 +138,6 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
 IOption* RegisteredOptionStorage::refuse() noexcept {
     m_placeholder.m_state = 3;
     return &m_placeholder;
-}
-
-/// True when the list of names is malformed.
-bool RegisteredOptionStorage::validateName(std::vector<std::string> const& names) {
-    return names.size() > 3 || (names.size() == 3 && names[2].size() > 2);
 }
 
 RegisteredOptionStorage::SectionChange RegisteredOptionStorage::prepareSection(

@@ -41,6 +41,13 @@ public:
     Sections const& sections() const { return m_sections; }
     bool isPlaceholder(IOption const* option) const { return option == &m_placeholder; }
 
+    /// The first declaration that takes `name`, with one of `tags` unless those are empty; null if
+    /// there is none.
+    OptionDescription const* find(std::string_view name, std::set<std::string> const& tags) const {
+        std::uint32_t const number = m_names.findRecord(name, tags);
+        return number != NameIndex::kNone ? m_records[number].get() : nullptr;
+    }
+
     /// The number of the section of this name, which a declaration has named.
     std::uint32_t sectionNumber(std::string_view name) const;
 
@@ -73,7 +80,6 @@ private:
     IOption* declare(char const* names, char const* actions, char const* description, bool isAction,
                      mosaic2::das_variant_type_t type, char const* section);
     IOption* refuse() noexcept;
-    static bool validateName(std::vector<std::string> const& names);
     SectionChange prepareSection(std::string_view section);
     void commit(SectionChange& change) noexcept;
     IOption* append(std::unique_ptr<OptionDescription> record) noexcept;

@@ -1,8 +1,90 @@
+#include "parser/action_rules.h"
+
 #include <algorithm>
 
+#include "options/tag_sets.h"
 #include "parser/basic_parser.h"
+#include "platform/join.h"
 
 namespace varo_3_3 {
+namespace {
+
+/// Finds the action, of several that are allowed together the last by name.
+ActionVerdict findAction(std::vector<GivenOption> const& given,
+                         RegisteredOptionStorage const& registry, ActionGroups const& groups) {
+    std::optional<MetActions> met;  // from the second action on
+    OptionDescription const* action = nullptr;
+    bool hasOption = false;
+    for (GivenOption const& entry : given) {
+        OptionDescription const* const record = registry.find(entry.name, {});
+        if (record == nullptr) {
+            return {ActionVerdict::kUndeclared};
+        }
+        if (!record->isAction()) {
+            hasOption = true;
+        } else if (action == nullptr) {
+            action = record;
+        } else if (action != record) {
+            if (!met) {
+                met.emplace(groups).add(action->firstName());
+            }
+            met->add(record->firstName());
+            if (!met->areAllowed()) {
+                return {ActionVerdict::kActionsCollide, record, action};
+            }
+            action = record;
+        }
+    }
+    bool const lacksAction = action == nullptr && hasOption && registry.actionCount() != 0;
+    return {lacksAction ? ActionVerdict::kNoAction : ActionVerdict::kFits, action};
+}
+
+/// The first option given that belongs neither to the action nor to every action; null if none
+/// does.
+OptionDescription const* findMisplaced(std::vector<GivenOption> const& given,
+                                       RegisteredOptionStorage const& registry,
+                                       OptionDescription const& action) {
+    for (GivenOption const& entry : given) {
+        OptionDescription const* record = registry.find(entry.name, action.m_tags);
+        if (record == nullptr) {
+            record = registry.find(entry.name, {});
+        }
+        if (entry.isStored && !record->isAction() && !record->m_tags.empty() &&
+            !isIntersected(record->m_tags, action.m_tags)) {
+            return record;
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace
+
+MetActions::MetActions(ActionGroups const& groups) {
+    m_allowing.reserve(groups.size());
+    for (std::set<std::string> const& group : groups) {
+        m_allowing.push_back(&group);
+    }
+}
+
+void MetActions::add(std::string_view name) {
+    std::string const text(name);
+    std::erase_if(m_allowing, [&](auto const* group) { return !group->contains(text); });
+}
+
+ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,
+                           ActionGroups const& groups) {
+    if (registry.actionCount() != 0) {  // otherwise no order shows
+        std::sort(given.begin(), given.end(),
+                  [](auto const& left, auto const& right) { return left.name < right.name; });
+    }
+    ActionVerdict verdict = findAction(given, registry, groups);
+    if (verdict.kind == ActionVerdict::kFits && verdict.action != nullptr) {
+        verdict.other = findMisplaced(given, registry, *verdict.action);
+        verdict.kind =
+            verdict.other != nullptr ? ActionVerdict::kNotAccepted : ActionVerdict::kFits;
+    }
+    return verdict;
+}
 
 int BasicParser::allowSimultaneousActions(std::set<std::string> const& actions) {
     m_simultaneousActions.push_back(actions);
@@ -10,11 +92,35 @@ int BasicParser::allowSimultaneousActions(std::set<std::string> const& actions) 
 }
 
 bool BasicParser::assertActionsCanBeUsedSimultaneously(std::set<std::string> const& actions) const {
-    return std::any_of(m_simultaneousActions.begin(), m_simultaneousActions.end(),
-                       [&](std::set<std::string> const& group) {
-                           return std::includes(group.begin(), group.end(), actions.begin(),
-                                                actions.end());
-                       });
+    MetActions met(m_simultaneousActions);
+    for (std::string const& action : actions) {
+        met.add(action);
+    }
+    return met.areAllowed();
+}
+
+int BasicParser::parse_phase_two(ParseSession& session) {
+    std::vector<GivenOption> given = session.result.givenOptions();
+    auto const [kind, action, other] = judgeActions(given, m_registry, m_simultaneousActions);
+    switch (kind) {
+        case ActionVerdict::kFits:
+            return kSuccess;
+        case ActionVerdict::kUndeclared:
+            return kRefused;
+        case ActionVerdict::kActionsCollide:
+            session.error = internal::join({"Action '-", action->firstName(), "' and action '-",
+                                            other->firstName(),
+                                            "' were defined, but only one action possible."});
+            break;
+        case ActionVerdict::kNoAction:
+            session.error = "No action defined.";
+            break;
+        case ActionVerdict::kNotAccepted:
+            session.error = internal::join({"Action '-", action->firstName(),
+                                            "' doesn't accept option '-", other->firstName(), "'"});
+            break;
+    }
+    return kParseError;
 }
 
 }  // namespace varo_3_3

@@ -3,7 +3,6 @@
 #include <exception>
 #include <string_view>
 
-#include "help/action_help.h"
 #include "help/option_help.h"
 #include "platform/throw.h"
 

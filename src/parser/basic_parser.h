@@ -7,6 +7,7 @@
 
 #include "options/garbage.h"
 #include "options/option_registry.h"
+#include "parser/action_rules.h"
 #include "parser/parse_session.h"
 #include "recognizers/argument_list.h"
 #include "varo/parser.h"
@@ -60,6 +61,8 @@ public:
     bool assertActionsCanBeUsedSimultaneously(std::set<std::string> const& actions) const;
 
 protected:
+    // Virtual because the interface says so; the class is final.
+
     /// Both phases over one list of arguments, with what stands behind "--" and the option files in
     /// between. Sets the last error.
     virtual int parseVector(ArgumentSource& source, internal::WhiteSpace& whiteSpace,
@@ -85,11 +88,6 @@ private:
     int expandOptionFiles(ParseSession& session);
     int collectNonparsingArguments(ArgumentList& args, ParseSession& session);
     int offerToPositional(std::string_view argument, ParseSession& session);
-    int findGivenAction(std::vector<std::string_view> const& given, ParseSession& session,
-                        OptionDescription const*& action) const;
-    [[gnu::cold]] int checkModifiers(std::vector<std::string_view> const& given,
-                                     ParseSession& session, OptionDescription const& action) const;
-
     template <class Build>
     char const* holdHelp(Build build);
 
@@ -100,7 +98,7 @@ private:
     int m_flags;
     std::set<EventHandler*> m_handlers;
     bool m_optionFileEnabled = false;
-    std::vector<std::set<std::string>> m_simultaneousActions;
+    ActionGroups m_simultaneousActions;
     [[maybe_unused]] bool m_reserved = false;  // nothing reads it
 };
 

@@ -5,12 +5,8 @@
 #include "parser/basic_parser.h"
 #include "platform/join.h"
 #include "platform/reserve_more.h"
-#include "recognizers/positional_parser.h"
-#include "trace/diagnostic_log.h"
 
 namespace varo_3_3 {
-
-using internal::varoLog;
 
 bool OptionLines::next(std::string_view& argument) {
     while (!m_rest.empty()) {
@@ -52,16 +48,10 @@ void OptionFiles::store(OptionDescription const& option, OptionData const& data)
     std::move(named.begin(), named.end(), std::back_inserter(m_files));
 }
 
-/// Whether this is the option for option files, by any of its names. Asked for each occurrence,
-/// mostly of the option that the last one was of.
+/// Whether this is the option for option files, by any of its names.
 bool OptionFiles::namesFiles(OptionDescription const& option) {
     std::vector<std::string> const& names = option.m_names;
-    if (m_lastOption != &option || m_lastNames != names.size()) {
-        m_lastOption = &option;
-        m_lastNames = names.size();
-        m_lastNamesFiles = std::find(names.begin(), names.end(), kOptionFileName) != names.end();
-    }
-    return m_lastNamesFiles;
+    return std::find(names.begin(), names.end(), kOptionFileName) != names.end();
 }
 
 void OptionFiles::noteDefault() {
@@ -101,51 +91,6 @@ bool OptionFiles::isInsideItself(std::size_t number) const {
         outer = m_files[outer].namedIn;
     }
     return outer != kCommandLine;
-}
-
-/// Stores what stands behind the end marker as plain arguments.
-int BasicParser::collectNonparsingArguments(ArgumentList& args, ParseSession& session) {
-    if (args.empty()) {
-        return kSuccess;
-    }
-    for (args.eraseFront(); !args.empty(); args.eraseFront()) {
-        session.result.storeArgument(args[0]);
-        varoLog("collectNonparsingArguments: ", "stored argument: '", args[0], "'");
-        if ((m_flags & kPositionalAfterMarker) != 0) {
-            int const code = offerToPositional(args[0], session);
-            if (code != kSuccess) {
-                return code;
-            }
-        }
-    }
-    return kSuccess;
-}
-
-/// Gives a plain argument to the positional option as well, whatever it begins with.
-int BasicParser::offerToPositional(std::string_view argument, ParseSession& session) {
-    SingleArgument source(argument);
-    ArgumentList args(source);
-    PositionalOptionsParser positional(listener(), &m_garbage, m_flags & ~kDashGuard);
-    auto const logResult = [](std::string_view step, int code, std::string_view message) {
-        char const digit = static_cast<char>('0' + code);
-        varoLog("collectNonparsingArguments: ", step, std::string_view(&digit, 1),
-                ", message: ", message);
-    };
-    std::string message;
-    int code = positional.recognize(args, m_registry, message);
-    logResult("recognize result: ", code, message);
-    if (code != kTaken) {
-        return kSuccess;
-    }
-    unsigned long optionIndex = 0;
-    code = positional.parse(args, collectorOf(session), m_registry, optionIndex, message);
-    logResult("parse result: ", code, message);
-    if (code == kTaken) {
-        session.addWarning(message);
-    } else {
-        session.error = message;
-    }
-    return code;
 }
 
 int BasicParser::expandOptionFiles(ParseSession& session) {

@@ -61,7 +61,7 @@ private:
         BRIX::file_t::identity_t identity{};
     };
 
-    bool namesFiles(OptionDescription const& option);
+    static bool namesFiles(OptionDescription const& option);
     bool load(File& wanted, std::string& text) const;
     bool isInsideItself(std::size_t number) const;
 
@@ -72,11 +72,6 @@ private:
     std::size_t m_bytesLeft = kMostBytes;
     bool m_isGiven = false;
     bool m_isAtEnd = false;  // a value was no text, which ends the walk
-
-    // The option that was last stored, and what is known of it.
-    OptionDescription const* m_lastOption = nullptr;
-    std::size_t m_lastNames = 0;
-    bool m_lastNamesFiles = false;
 };
 
 }  // namespace varo_3_3

@@ -1,12 +1,13 @@
 #include <algorithm>
 #include <exception>
+#include <initializer_list>
 #include <optional>
 
-#include "options/tag_sets.h"
 #include "parser/basic_parser.h"
 #include "platform/join.h"
 #include "recognizers/abbreviation_parser.h"
 #include "recognizers/positional_parser.h"
+#include "recognizers/positions.h"
 #include "trace/diagnostic_log.h"
 
 namespace varo_3_3 {
@@ -44,28 +45,34 @@ private:
 };
 
 /// The recognizer with the highest priority among those that take args[0]; null if none does. All
-/// are asked, in this order. Their classes are known here, which spares virtual calls.
-template <class... Recognizers>
-IArgumentParser* chooseRecognizer(ArgumentList& args, RegisteredOptionStorage& options,
-                                  std::string& message, Recognizers&... recognizers) {
+/// are asked, in this order.
+IArgumentParser* chooseRecognizer(std::initializer_list<IArgumentParser*> recognizers,
+                                  ArgumentList& args, RegisteredOptionStorage& options,
+                                  std::string& reason) {
     IArgumentParser* best = nullptr;
     int bestPriority = -99999999;
-    auto const ask = [&](auto& recognizer) {
-        if (recognizer.recognize(args, options, message) == kTaken &&
-            recognizer.getPriority() > bestPriority) {
-            best = &recognizer;
-            bestPriority = recognizer.getPriority();
+    for (IArgumentParser* const recognizer : recognizers) {
+        if (recognizer->recognize(args, options, reason) != kTaken) {
+            continue;
         }
-    };
-    (ask(recognizers), ...);
+        int const priority = recognizer->getPriority();
+        if (priority > bestPriority) {
+            best = recognizer;
+            bestPriority = priority;
+        }
+    }
     return best;
+}
+
+int takePosition() {
+    return internal::takePosition(IArgumentParser::m_idx);
 }
 
 }  // namespace
 
 int BasicParser::parseArgsVector(int argc, char const* const* argv, IParseResult* result) {
     Target const target(result, m_registry);
-    (*target).applyDefault(m_registry);
+    (*target).applyDefault(m_registry, takePosition);
     if (argc < 2) {
         m_lastError.clear();
         return kSuccess;
@@ -133,11 +140,11 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
     }
     PositionalOptionsParser positional(listener(), &m_garbage, m_flags);
     AbbreviationParser abbreviation(listener(), &m_garbage, m_flags, session.whiteSpace);
-    std::string reason;  // why a recognizer does not take an argument interests nobody
-    std::string warning;
+    std::string message;
+    std::string reason;  // why a recognizer does not take an argument; unused
     while (!args.empty() && args[0] != kEndMarker) {
         IArgumentParser* const recognizer =
-            chooseRecognizer(args, m_registry, reason, positional, abbreviation);
+            chooseRecognizer({&positional, &abbreviation}, args, m_registry, reason);
         if (recognizer == nullptr) {
             if (takeUnclaimed(args, session.error) != kSuccess) {
                 return kParseError;
@@ -145,14 +152,14 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
             continue;
         }
         unsigned long optionIndex = 0;
-        warning.clear();
+        message.clear();
         int const code =
-            recognizer->parse(args, collectorOf(session), m_registry, optionIndex, warning);
+            recognizer->parse(args, collectorOf(session), m_registry, optionIndex, message);
         if (code != kSuccess) {
-            session.error = warning;
+            session.error = message;
             return code;
         }
-        session.addWarning(warning);
+        session.addWarning(message);
     }
     return kSuccess;
 }
@@ -169,65 +176,49 @@ int BasicParser::takeUnclaimed(ArgumentList& args, std::string& error) {
     return kSuccess;
 }
 
-int BasicParser::parse_phase_two(ParseSession& session) {
-    std::vector<std::string_view> given = session.result.givenOptions();
-    if (m_registry.actionCount() != 0) {
-        std::sort(given.begin(), given.end());  // without actions no order shows
+/// Stores what stands after the end marker as plain arguments.
+int BasicParser::collectNonparsingArguments(ArgumentList& args, ParseSession& session) {
+    if (args.empty()) {
+        return kSuccess;
     }
-    OptionDescription const* action = nullptr;
-    int const code = findGivenAction(given, session, action);
-    return code == kSuccess && action != nullptr ? checkModifiers(given, session, *action) : code;
-}
-
-/// Finds the action, of several that are allowed together the last by name.
-int BasicParser::findGivenAction(std::vector<std::string_view> const& given, ParseSession& session,
-                                 OptionDescription const*& action) const {
-    std::set<std::string> met;
-    bool hasOption = false;
-    for (std::string_view const key : given) {
-        unsigned long index = 0;
-        if (findOption(key, index, m_registry.names(), {})) {
-            return kRefused;
+    for (args.eraseFront(); !args.empty(); args.eraseFront()) {
+        session.result.storeArgument(args[0], takePosition());
+        varoLog("collectNonparsingArguments: ", "stored argument: '", args[0], "'");
+        if ((m_flags & kPositionalAfterMarker) != 0) {
+            int const code = offerToPositional(args[0], session);
+            if (code != kSuccess) {
+                return code;
+            }
         }
-        OptionDescription const& record = *m_registry.records()[index];
-        if (!record.isAction()) {
-            hasOption = true;
-            continue;
-        }
-        met.emplace(record.firstName());
-        if (action != nullptr && action != &record && !assertActionsCanBeUsedSimultaneously(met)) {
-            session.error = internal::join({"Action '-", record.firstName(), "' and action '-",
-                                            action->firstName(),
-                                            "' were defined, but only one action possible."});
-            return kParseError;
-        }
-        action = &record;
-    }
-    if (action == nullptr && hasOption && m_registry.actionCount() != 0) {
-        session.error = "No action defined.";
-        return kParseError;
     }
     return kSuccess;
 }
 
-/// Checks that the options given, all of which are declared, belong to the action, or to every
-/// action.
-int BasicParser::checkModifiers(std::vector<std::string_view> const& given, ParseSession& session,
-                                OptionDescription const& action) const {
-    for (std::string_view const key : given) {
-        unsigned long index = 0;
-        if (findOption(key, index, m_registry.names(), action.m_tags)) {
-            findOption(key, index, m_registry.names(), {});
-        }
-        OptionDescription const& record = *m_registry.records()[index];
-        if (!record.isAction() && !record.m_tags.empty() &&
-            !isIntersected(record.m_tags, action.m_tags)) {
-            session.error = internal::join({"Action '-", action.firstName(),
-                                            "' doesn't accept option '-", record.firstName(), "'"});
-            return kParseError;
-        }
+/// Gives a plain argument to the positional option as well, whatever it begins with.
+int BasicParser::offerToPositional(std::string_view argument, ParseSession& session) {
+    SingleArgument source(argument);
+    ArgumentList args(source);
+    PositionalOptionsParser positional(listener(), &m_garbage, m_flags & ~kDashGuard);
+    auto const logResult = [](std::string_view step, int code, std::string_view message) {
+        char const digit = static_cast<char>('0' + code);
+        varoLog("collectNonparsingArguments: ", step, std::string_view(&digit, 1),
+                ", message: ", message);
+    };
+    std::string message;
+    int code = positional.recognize(args, m_registry, message);
+    logResult("recognize result: ", code, message);
+    if (code != kTaken) {
+        return kSuccess;
     }
-    return kSuccess;
+    unsigned long optionIndex = 0;
+    code = positional.parse(args, collectorOf(session), m_registry, optionIndex, message);
+    logResult("parse result: ", code, message);
+    if (code == kTaken) {
+        session.addWarning(message);
+    } else {
+        session.error = message;
+    }
+    return code;
 }
 
 }  // namespace varo_3_3

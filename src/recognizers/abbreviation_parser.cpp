@@ -1,23 +1,21 @@
 #include "recognizers/abbreviation_parser.h"
 
 #include "platform/join.h"
-#include "trace/diagnostic_log.h"
 
 namespace varo_3_3 {
 
 using internal::join;
-using internal::varoLog;
 
 AbbreviationParser::AbbreviationParser(EventHandler* handler, Garbage* garbage, int flags,
-                                       internal::WhiteSpace& whiteSpace)
-    : IArgumentParser(handler, garbage, flags), m_whiteSpace(whiteSpace) {
+                                       internal::WhiteSpace& whiteSpace, SharedState shared)
+    : IArgumentParser(handler, garbage, flags, shared), m_whiteSpace(whiteSpace) {
     m_name = "AbbreviationParser";
 }
 
 result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStorage& options,
                                        std::string& /*message*/) {
     m_candidates.clear();
-    varoLog(m_name, ": recognizing argument '", args[0], "'");
+    trace(": recognizing argument '", args[0], "'");
     m_optionIndex = kNoOption;
     if (args[0].size() < 2 || getDashLength(args[0], 0) == 0) {
         return kNotTaken;
@@ -30,13 +28,13 @@ result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStora
     }
     if (!match.isUnique && !names.isOneOption(match)) {
         m_candidates = names.listCandidates(match);
-        varoLog(m_name, ": failed to get best match for '", typedName, "' in argument '", args[0],
-                "':Ambiguous option, possible options are: ", m_candidates);
+        trace(": failed to get best match for '", typedName, "' in argument '", args[0],
+              "':Ambiguous option, possible options are: ", m_candidates);
         return kTaken;  // parse reports it
     }
-    if (internal::varoLogEnabled) {
-        varoLog(m_name, ": best match option for '", typedName, "' in argument '", args[0],
-                "' is '", names.textOf(match.first), "'");
+    if (isTraced()) {
+        trace(": best match option for '", typedName, "' in argument '", args[0], "' is '",
+              names.textOf(match.first), "'");
     }
     m_optionIndex = names.recordOf(match.first);
     m_isNegated = options.records()[m_optionIndex]->m_type == mosaic2::vtBool &&
@@ -48,7 +46,7 @@ result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collect
                                    RegisteredOptionStorage& options, unsigned long& optionIndex,
                                    std::string& message) {
     optionIndex = m_optionIndex;
-    varoLog(m_name, ": parsing argument '", args[0], "'");
+    trace(": parsing argument '", args[0], "'");
     auto const& [argument, typedName, value, hasSeparator] = split(args[0]);
     if (!m_candidates.empty()) {
         return fail(message, join({"Ambiguous option '", typedName, "'",
@@ -59,9 +57,9 @@ result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collect
         return fail(message, join({"Unknown option '", typedName, "'"}));
     }
     OptionDescription const& option = *options.records()[m_optionIndex];
-    varoLog(m_name, ": detected option: '", option.firstName(), "'");
+    trace(": detected option: '", option.firstName(), "'");
     if (hasSeparator) {
-        varoLog(m_name, ": value from the same argument taken: '", value, "'");
+        trace(": value from the same argument taken: '", value, "'");
     }
     return takeOption(args, collector, option, value, message);
 }
@@ -103,7 +101,7 @@ result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* co
     if (m_handler != nullptr) {
         m_handler->onOptionParse(option.firstName().data());
     }
-    varoLog(m_name, ": sent event on option parsed");
+    trace(": sent event on option parsed");
     result_t const result = parseValueAndAddOption(value, message, option, args, collector);
     if (result != kTaken) {
         return result;
@@ -118,7 +116,7 @@ result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* co
 result_t AbbreviationParser::takeNextAsValue(ArgumentList const& args,
                                              OptionDescription const& option,
                                              std::string_view& value, std::string& message) {
-    varoLog(m_name, ": no value in the same argument, looking next");
+    trace(": no value in the same argument, looking next");
     if (!args.hasSecond()) {
         return fail(message, join({"Option '", option.firstName(), "' requires a value",
                                    formatTokenMessage(args[0])}));
@@ -131,7 +129,7 @@ result_t AbbreviationParser::takeNextAsValue(ArgumentList const& args,
                   "or make sure that value is not missed"}));
     }
     value = args[1];
-    varoLog(m_name, ": got value from the next argument: '", value, "'");
+    trace(": got value from the next argument: '", value, "'");
     return kTaken;
 }
 

@@ -13,7 +13,7 @@ class AbbreviationParser final : public IArgumentParser {
 public:
     /// `whiteSpace` outlives this recognizer.
     AbbreviationParser(EventHandler* handler, Garbage* garbage, int flags,
-                       internal::WhiteSpace& whiteSpace);
+                       internal::WhiteSpace& whiteSpace, SharedState shared = process());
 
     result_t recognize(ArgumentList& args, RegisteredOptionStorage& options,
                        std::string& message) override;

@@ -1,21 +1,19 @@
 #include "recognizers/positional_parser.h"
 
 #include "platform/join.h"
-#include "trace/diagnostic_log.h"
 #include "varo/parser.h"
 
 namespace varo_3_3 {
 
-using internal::varoLog;
-
-PositionalOptionsParser::PositionalOptionsParser(EventHandler* handler, Garbage* garbage, int flags)
-    : IArgumentParser(handler, garbage, flags) {
+PositionalOptionsParser::PositionalOptionsParser(EventHandler* handler, Garbage* garbage, int flags,
+                                                 SharedState shared)
+    : IArgumentParser(handler, garbage, flags, shared) {
     m_name = "PositionalOptionsParser";
 }
 
 result_t PositionalOptionsParser::recognize(ArgumentList& args, RegisteredOptionStorage& options,
                                             std::string& message) {
-    varoLog(m_name, ": recognizing argument '", args[0], "'");
+    trace(": recognizing argument '", args[0], "'");
     if ((m_flags & kDashGuard) != 0 && args[0].starts_with('-')) {
         message =
             "The positional option cannot start from a '-' symbol. Use '--' argument in "
@@ -28,13 +26,13 @@ result_t PositionalOptionsParser::recognize(ArgumentList& args, RegisteredOption
 result_t PositionalOptionsParser::parse(ArgumentList& args, IResultCollector* collector,
                                         RegisteredOptionStorage& options,
                                         unsigned long& optionIndex, std::string& message) {
-    varoLog(m_name, ": parsing argument '", args[0], "'");
+    trace(": parsing argument '", args[0], "'");
     optionIndex = options.firstPositional();
     if (optionIndex >= options.records().size()) {
         return fail(message, internal::join({"Unknown option '", args[0], "'"}));
     }
     OptionDescription const& option = *options.records()[optionIndex];
-    varoLog(m_name, ": option is '", option.firstName(), "'");
+    trace(": option is '", option.firstName(), "'");
     do {
         result_t const result = parseValueAndAddOption(args[0], message, option, args, collector);
         if (result != kTaken) {

@@ -7,7 +7,8 @@ namespace varo_3_3 {
 /// The recognizer of positional arguments: each is a value of the first option declared positional.
 class PositionalOptionsParser final : public IArgumentParser {
 public:
-    PositionalOptionsParser(EventHandler* handler, Garbage* garbage, int flags);
+    PositionalOptionsParser(EventHandler* handler, Garbage* garbage, int flags,
+                            SharedState shared = process());
 
     result_t recognize(ArgumentList& args, RegisteredOptionStorage& options,
                        std::string& message) override;

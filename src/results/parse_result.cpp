@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/reserve_more.h"
-#include "recognizers/argument_parser.h"
 
 namespace varo_3_3 {
 
@@ -99,24 +98,21 @@ void ParseResult::store(OptionDescription const& option, OptionData const& data)
     entry.lastPosition = entry.items.back().value.position();
 }
 
-void ParseResult::applyDefault(RegisteredOptionStorage const& registry) {
-    for (std::uint32_t const number : registry.withDefault()) {
-        OptionDescription const& option = *registry.records()[number];
-        char const* const text = option.toString(&m_texts, option.m_defaultValue);
-        Entry& entry = entryFor(option, 0);
-        mosaic2::variant_t const& earlier = entry.defaultValue.value();
-        if (earlier.m_type == mosaic2::vtString &&
-            earlier.m_value.m_data != option.m_defaultValue.m_value.m_data) {
-            m_earlierDefaults.push_back(entry.defaultValue);
-        }
-        entry.defaultValue = Value(text, option.m_defaultValue, IArgumentParser::takePosition());
-        entry.hasDefault = true;
+void ParseResult::setDefault(OptionDescription const& option, int position) {
+    char const* const text = option.toString(&m_texts, option.m_defaultValue);
+    Entry& entry = entryFor(option, 0);
+    mosaic2::variant_t const& earlier = entry.defaultValue.value();
+    if (earlier.m_type == mosaic2::vtString &&
+        earlier.m_value.m_data != option.m_defaultValue.m_value.m_data) {
+        m_earlierDefaults.push_back(entry.defaultValue);
     }
+    entry.defaultValue = Value(text, option.m_defaultValue, position);
+    entry.hasDefault = true;
 }
 
-void ParseResult::storeArgument(std::string_view text) {
+void ParseResult::storeArgument(std::string_view text, int position) {
     internal::reserveMore(m_arguments, 1);
-    m_arguments.push_back({m_texts.keep(text), IArgumentParser::takePosition()});
+    m_arguments.push_back({m_texts.keep(text), position});
 }
 
 Value ParseResult::defaultOf(std::string_view name) const {
@@ -124,15 +120,15 @@ Value ParseResult::defaultOf(std::string_view name) const {
     return number != HashIndex::kNone ? m_entries[number].defaultValue : Value();
 }
 
-std::vector<std::string_view> ParseResult::givenOptions() const {
-    std::vector<std::string_view> keys;
-    keys.reserve(m_entries.size());
+std::vector<GivenOption> ParseResult::givenOptions() const {
+    std::vector<GivenOption> given;
+    given.reserve(m_entries.size());
     for (Entry const& entry : m_entries) {
         if (!entry.items.empty()) {
-            keys.push_back(entry.key);
+            given.push_back({entry.key, true});
         }
     }
-    return keys;
+    return given;
 }
 
 std::uint32_t ParseResult::findKey(std::string_view name, std::uint32_t hash) const {

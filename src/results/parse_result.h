@@ -11,6 +11,12 @@
 
 namespace varo_3_3 {
 
+/// An entry of a result, by the key of its option.
+struct GivenOption {
+    std::string_view name;  ///< lives as long as the result
+    bool isStored;          ///< has an occurrence; false for a default alone
+};
+
 /// What one or more parses stored: an entry for each option, and the plain arguments. Entries are
 /// only ever added, and are referred to by number, so an iteration survives any later parse.
 class ParseResult final : public IParseResult, public IResultCollector {
@@ -37,18 +43,22 @@ public:
 
     /// Gives every declaration that has a default an entry with that default, found like the entry
     /// that store() uses; an earlier default there is replaced. Throws std::bad_alloc, with the
-    /// defaults before that applied.
-    void applyDefault(RegisteredOptionStorage const& registry);
+    /// defaults before that applied. Positions come from takePosition().
+    template <class TakePosition>
+    void applyDefault(RegisteredOptionStorage const& registry, TakePosition takePosition) {
+        for (std::uint32_t const number : registry.withDefault()) {
+            setDefault(*registry.records()[number], takePosition());
+        }
+    }
 
-    /// Stores a plain argument with the next position.
-    void storeArgument(std::string_view text);
+    /// Stores a plain argument.
+    void storeArgument(std::string_view text, int position);
 
     /// The default of the option called `name`; Value() if it has none.
     Value defaultOf(std::string_view name) const;
 
-    /// The keys of the options that were given (an entry with a default alone was not), in no
-    /// particular order. They live as long as the result.
-    std::vector<std::string_view> givenOptions() const;
+    /// The options that were given (an entry with a default alone was not), in no particular order.
+    std::vector<GivenOption> givenOptions() const;
 
 private:
     /// A value of an occurrence; or an occurrence that has none.
@@ -84,6 +94,7 @@ private:
         std::uint32_t entry = 0;
     };
 
+    void setDefault(OptionDescription const& option, int position);
     std::uint32_t findKey(std::string_view name, std::uint32_t hash) const;
     std::uint32_t findEntry(std::string_view name) const;
     std::uint32_t findAlias(std::string_view name, std::uint32_t hash) const;

@@ -17,13 +17,19 @@ template <class... Parts>
 template <class>
 using TextPart = std::string_view;
 
-/// Writes one line of the trace, put together from texts. While the trace is off this costs one
-/// branch and nothing is put together, so there is nothing to discard either.
+/// Writes one line of the trace, put together from texts, while `isOn`. Otherwise this costs one
+/// branch, and nothing is put together.
 template <class... Parts>
-void varoLog(Parts const&... parts) {
-    if (varoLogEnabled) [[unlikely]] {
+void traceWhile(bool const& isOn, Parts const&... parts) {
+    if (isOn) [[unlikely]] {
         writeTrace<TextPart<Parts>...>(parts...);
     }
+}
+
+/// The same while the process's trace is on.
+template <class... Parts>
+void varoLog(Parts const&... parts) {
+    traceWhile(varoLogEnabled, parts...);
 }
 
 }  // namespace varo_3_3::internal

@@ -1,7 +1,6 @@
-#include "help/action_help.h"
+#include "help/shown_options.h"
 
 #include "options/tag_sets.h"
-#include "platform/throw.h"
 
 namespace varo_3_3 {
 namespace {
@@ -31,32 +30,11 @@ ShownOptions getGlobalModifiers(RegisteredOptionStorage const& registry) {
 }
 
 ShownOptions findActionModifiers(RegisteredOptionStorage const& registry,
-                                 unsigned long actionIndex) {
-    OptionRecords const& records = registry.records();
-    if (actionIndex >= records.size()) {
-        internal::throwOutOfRange(
-            "vector::_M_range_check: __n (which is %zu) >= this->size() (which is %zu)",
-            actionIndex, records.size());
-    }
-    OptionDescription const& action = *records[actionIndex];
+                                 OptionDescription const& action) {
     return selectOptions(registry, [&](OptionDescription const& record) {
         return &record != &action && !record.isAction() &&
                isIntersected(record.m_tags, action.m_tags);
     });
-}
-
-std::string actionHelp(RegisteredOptionStorage const& registry, std::string_view action,
-                       HelpStyle style) {
-    unsigned long index = 0;
-    if (findOption(action, index, registry.names(), {})) {
-        return unknownTopicHelp(registry, action, style);
-    }
-    return formatOptions(registry, findActionModifiers(registry, index), style);
-}
-
-std::string globalModifiersHelp(RegisteredOptionStorage const& registry, HelpStyle style) {
-    ShownOptions const modifiers = getGlobalModifiers(registry);
-    return modifiers.empty() ? std::string() : formatOptions(registry, modifiers, style);
 }
 
 }  // namespace varo_3_3

@@ -1,0 +1,56 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "options/option_registry.h"
+#include "results/parse_result.h"
+
+namespace varo_3_3 {
+
+/// Groups of action names; the actions of a group may be given together.
+using ActionGroups = std::vector<std::set<std::string>>;
+
+/// Actions met one by one, and the groups that have all of them.
+class MetActions {
+public:
+    /// `groups` outlives this object.
+    explicit MetActions(ActionGroups const& groups);
+
+    void add(std::string_view name);
+
+    /// Whether one group has all that were added; without a group nothing is allowed.
+    bool areAllowed() const { return !m_allowing.empty(); }
+
+private:
+    std::vector<std::set<std::string> const*> m_allowing;
+};
+
+/// Whether the options and actions of a command line fit together and, if not, which do not.
+struct ActionVerdict {
+    enum Kind {
+        kFits,
+        /// An entry is no declaration of this parser.
+        kUndeclared,
+        /// `action` and `other`, which was met before it, may not be given together.
+        kActionsCollide,
+        /// Options, but none of the actions that are declared.
+        kNoAction,
+        /// `action` does not accept the option `other`.
+        kNotAccepted
+    };
+
+    Kind kind = kFits;
+    /// The action that decides about modifiers: of several the last by name. Null without actions.
+    OptionDescription const* action = nullptr;
+    OptionDescription const* other = nullptr;
+};
+
+/// Judges the entries of a result, which it sorts by name: the second phase of a parse, and
+/// whatever else must know what the second phase would say.
+ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,
+                           ActionGroups const& groups);
+
+}  // namespace varo_3_3

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "options/option_description.h"
+#include "recognizers/argument_list.h"
+#include "recognizers/result_code.h"
+#include "results/result_collector.h"
+#include "trace/diagnostic_log.h"
+#include "varo/event_handler.h"
+
+namespace varo_3_3 {
+
+/// What recognizers share with all others in the process; or, in a rehearsal of a parse, with none.
+struct SharedState {
+    int& nextPosition;
+    bool const& isTraced;
+};
+
+/// Takes the value text of one occurrence. Part of a recognizer, in whose name it traces.
+class ValueIntake {
+public:
+    /// `handler` is told about values; null if nobody listens. None of the three is owned.
+    ValueIntake(EventHandler* handler, std::string_view const& name, SharedState shared)
+        : m_handler(handler), m_name(name), m_shared(shared) {}
+
+    /// Splits `value` at the option's tokenizer character, converts, checks and announces each
+    /// piece, and stores the occurrence with all of them; without a value it is stored alone.
+    /// args[0] is the argument that messages quote. kTaken with warnings, one a line, appended to
+    /// `message`; or kValueRefused or kArgumentError with the text for the user there and nothing
+    /// stored.
+    result_t take(std::string_view value, std::string& message, OptionDescription const& option,
+                  ArgumentList const& args, IResultCollector* collector);
+
+private:
+    /// What the pieces of one occurrence have in common.
+    struct Occurrence {
+        std::string_view value;
+        OptionDescription const& option;
+        ArgumentList const& args;
+        std::string& message;
+    };
+
+    result_t takePieces(Occurrence const& occurrence, int position, IResultCollector* collector);
+    Value takePiece(std::string_view piece, Occurrence const& occurrence, result_t& result);
+    Value textValue(std::string_view piece);
+    Value convert(std::string_view piece, Occurrence const& occurrence, result_t& result);
+    result_t announce(Value const& announced, Occurrence const& occurrence);
+    result_t store(OptionData const& data, OptionDescription const& option,
+                   IResultCollector* collector) const;
+
+    template <class... Parts>
+    void trace(Parts const&... parts) const {
+        internal::traceWhile(m_shared.isTraced, m_name, parts...);
+    }
+
+    EventHandler* m_handler;
+    std::string_view const& m_name;
+    SharedState m_shared;
+
+    // The values of an occurrence of several, their texts, and what validation says of one of them;
+    // members for the sake of their memory.
+    std::vector<Value> m_values;
+    std::string m_texts;
+    std::string m_reason;
+};
+
+}  // namespace varo_3_3

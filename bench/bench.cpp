@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <fstream>
 
-#include "floor.h"
+#include "baseline.h"
 #include "table.h"
 #include "varo_work.h"
 
@@ -54,9 +54,9 @@ public:
     Race(std::string row, WorkOf workOf, MakeWorkload makeWorkload)
         : m_row(std::move(row)), m_workOf(workOf), m_makeWorkload(makeWorkload) {}
 
-    Race& varoAndFloor(Sizes const& sizes, MakeContestant floor = make<Floor>) {
+    Race& varoAndBaseline(Sizes const& sizes, MakeContestant baseline = make<Baseline>) {
         enter("varo", make<Varo>, sizes);
-        enter("floor", floor, sizes);
+        enter("baseline", baseline, sizes);
         return *this;
     }
 
@@ -91,8 +91,8 @@ WorkloadPointer tool(long) {
     return toolWorkload();
 }
 
-/// Checks that floor and library lay out the same letters, and returns the floor's work.
-Work floorHelp(long count) {
+/// Checks that baseline and library lay out the same letters, and returns the baseline's work.
+Work baselineHelp(long count) {
     WorkloadPointer const workload = manyDescriptions(count);
     auto const letters = [](std::string text) {
         std::erase_if(text, [](char byte) { return byte == ' ' || byte == '\n'; });
@@ -103,31 +103,31 @@ Work floorHelp(long count) {
 }
 
 void addRaces() {
-    Race("whole", wholeWork, tool).varoAndFloor({1}).others({1});
-    Race("parse", parseWork, tool).varoAndFloor({1}).others({1});
+    Race("whole", wholeWork, tool).varoAndBaseline({1}).others({1});
+    Race("parse", parseWork, tool).varoAndBaseline({1}).others({1});
     Race("declare", wholeWork, [](long n) { return manyOptions(n, 10, false); })
-        .varoAndFloor({10, 100, 1000, 5000})
+        .varoAndBaseline({10, 100, 1000, 5000})
         .others({1000});
     Race("against", parseWork, [](long n) { return manyOptions(n, 10, false); })
-        .varoAndFloor({10, 100, 1000, 5000})
+        .varoAndBaseline({10, 100, 1000, 5000})
         .others({1000});
     Race("arguments", parseWork, [](long n) { return manyArguments(n, false, Source::arguments); })
-        .varoAndFloor({1000, 10'000, 100'000, 1'000'000})
+        .varoAndBaseline({1000, 10'000, 100'000, 1'000'000})
         .others({10'000});
     Race("rest", parseWork, [](long n) {
         return manyArguments(n, true, Source::arguments);
-    }).varoAndFloor({100'000, 1'000'000});
+    }).varoAndBaseline({100'000, 1'000'000});
     Race("stream", parseWork, [](long n) {
         return manyArguments(n, false, Source::stream);
-    }).varoAndFloor({100'000, 1'000'000});
+    }).varoAndBaseline({100'000, 1'000'000});
     Race("file", parseWork, [](long n) {
         return manyArguments(n, false, Source::file);
-    }).varoAndFloor({100'000, 1'000'000});
+    }).varoAndBaseline({100'000, 1'000'000});
     Race("names", parseWork, [](long n) { return manyOptions(1000, n, false); })
-        .varoAndFloor({10'000})
+        .varoAndBaseline({10'000})
         .others({10'000});
     Race("abbreviations", parseWork, [](long n) { return manyOptions(1000, n, true); })
-        .varoAndFloor({10'000}, make<AbbreviatingFloor>)
+        .varoAndBaseline({10'000}, make<AbbreviatingBaseline>)
         .others({10'000}, true);
 }
 
@@ -142,7 +142,7 @@ void addOwnRows() {
     add("walk", "varo", {1000, 10'000, 100'000, 1'000'000}, walkWork);
     add("last", "varo", {1000, 10'000, 100'000, 1'000'000}, lastValueWork);
     add("help", "varo", {20, 1000}, [](long n) { return helpWork(manyDescriptions(n)); });
-    add("help", "floor", {20, 1000}, floorHelp);
+    add("help", "baseline", {20, 1000}, baselineHelp);
     add("declarations", "varo", {1000, 10'000, 100'000},
         [](long n) { return wholeWork(make<Varo>, manyOptions(n, 10, false)); });
     add("actions", "varo", {10, 100, 1000}, actionsWork);
@@ -205,7 +205,7 @@ int runOnce(std::string const& name, long size) {
 }
 
 int runAll(int argc, char** argv) {
-    // Interleaved repetitions, so that a busy moment of the machine meets all contestants.
+    // Interleaved repetitions, so that a busy moment of the machine slows all contestants alike.
     std::vector<std::string> flags = {argv[0], "--benchmark_enable_random_interleaving=true",
                                       "--benchmark_repetitions=9", "--benchmark_min_time=0.02"};
     flags.insert(flags.end(), argv + 1, argv + argc);

@@ -15,10 +15,10 @@ namespace bench {
 struct Row {
     std::string name;
     std::string work;
-    double floorsAtMost = 0;    ///< Our time divided by the floor's, at the largest size.
-    double getoptsAtMost = 0;   ///< Our time divided by getopt_long's.
-    double exponentAtMost = 0;  ///< e, where our time grows as size^e.
-    double secondsAtMost = 0;   ///< At the largest size.
+    double baselinesAtMost = 0;  ///< Our time divided by the baseline's, at the largest size.
+    double getoptsAtMost = 0;    ///< Our time divided by getopt_long's.
+    double exponentAtMost = 0;   ///< e, where our time grows as size^e.
+    double secondsAtMost = 0;    ///< At the largest size.
 };
 
 /// Collects the times of all repetitions of benchmarks named "row/contestant/size", and prints what
@@ -82,14 +82,14 @@ private:
     static void printRow(Row const& row, std::map<std::string, Times>& contestants) {
         Times const ours = contestants["varo"];
         Verdict verdict;
-        verdict.judge(row.floorsAtMost, ratio(ours, contestants["floor"]), "%.2f x floor");
+        verdict.judge(row.baselinesAtMost, ratio(ours, contestants["baseline"]), "%.2f x baseline");
         verdict.judge(row.getoptsAtMost, ratio(ours, contestants["getopt_long"]),
                       "%.3f x getopt_long");
         verdict.judge(row.exponentAtMost, exponent(ours), "exponent %.2f");
         verdict.judge(row.secondsAtMost, median(ours.rbegin()->second), "%.3f s");
         std::string others;
         for (auto const& [name, times] : contestants) {
-            if (name != "varo" && name != "floor" && !times.empty()) {
+            if (name != "varo" && name != "baseline" && !times.empty()) {
                 others += (others.empty() ? "" : ", ") + name + " " +
                           formatted("%.1f", ratio(times, ours));
             }

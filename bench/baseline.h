@@ -10,13 +10,13 @@
 
 namespace bench {
 
-/// The floor under every parser: what a tool would write by hand if nothing but speed mattered. An
-/// argument costs one strlen, one memchr for "=", one probe of a hash table (or one search in a
-/// sorted array, where names may be abbreviated) and one copy of its value into a vector of
-/// strings. Nothing is taken from the next argument, checked or reported.
-class Floor : public Contestant {
+/// The baseline: what a tool would write by hand if nothing but speed mattered. An argument costs
+/// one strlen, one memchr for "=", one probe of a hash table (or one search in a sorted array,
+/// where names may be abbreviated) and one copy of its value into a vector of strings. It takes no
+/// value from the next argument, checks nothing and reports nothing.
+class Baseline : public Contestant {
 public:
-    explicit Floor(Workload const& workload, bool abbreviates = false)
+    explicit Baseline(Workload const& workload, bool abbreviates = false)
         : m_takeTheRest(workload.takeTheRest) {
         for (Declaration const& declaration : workload.declarations) {
             declare(declaration);
@@ -85,13 +85,13 @@ private:
         auto const option = static_cast<std::uint32_t>(m_options.size());
         m_options.push_back({declaration.description});
         m_positional = declaration.positional ? option : m_positional;
-        fileName({declaration.name, option});
+        insertName({declaration.name, option});
         if (declaration.letter != 0) {
-            fileName({std::string(1, declaration.letter), option});
+            insertName({std::string(1, declaration.letter), option});
         }
     }
 
-    void fileName(Name&& name) {
+    void insertName(Name&& name) {
         m_names.push_back(std::move(name));
         if (2 * m_names.size() > m_slots.size()) {
             std::vector<Slot> const old =
@@ -114,7 +114,7 @@ private:
         m_slots[at & (m_slots.size() - 1)] = slot;
     }
 
-    /// Begins anew with empty vectors, as with a new result.
+    /// Starts over with empty vectors, as with a new result.
     void clear() {
         for (std::uint32_t const option : m_given) {
             m_options[option].first = m_options[option].last = kNone;
@@ -217,14 +217,13 @@ private:
     std::vector<std::uint32_t> m_given;  ///< The options that have values.
 };
 
-/// The floor where names may be abbreviated: one search in a sorted array instead of the hash
-/// probe.
-class AbbreviatingFloor : public Floor {
+/// The baseline for abbreviated names: one search in a sorted array instead of the hash probe.
+class AbbreviatingBaseline : public Baseline {
 public:
-    explicit AbbreviatingFloor(Workload const& workload) : Floor(workload, true) {}
+    explicit AbbreviatingBaseline(Workload const& workload) : Baseline(workload, true) {}
 };
 
-/// Lays out names and descriptions in two columns: the floor under the help.
+/// Lays out names and descriptions in two columns: the baseline for help.
 inline std::string wrapHelp(Workload const& workload) {
     constexpr std::size_t kIndent = 30;
     constexpr std::size_t kRoom = 49;

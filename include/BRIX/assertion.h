@@ -4,14 +4,14 @@
 
 namespace BRIX::debug::_private {
 
-/// What a failed check is reported to: `check` is its text, `file` the header that holds it, `line`
-/// its line there and `function` the signature of the function that made it. All texts are
-/// literals. A hook that returns lets the failed operation go on; one that throws may end the
+/// A function that failed checks are reported to: `check` is the text of the check, `file` and
+/// `line` tell where it is, and `function` is the signature of the function that made it. All texts
+/// are literals. When the hook returns, the failed operation goes on; one that throws may end the
 /// process.
 using assertion_t = void (*)(char const* check, char const* file, int line, char const* function);
 
-/// The hook in force for the whole process; never null. At first it writes one line to standard
-/// error. A host may store its own function here, from one thread, while no other uses the library.
+/// The hook of the whole process; never null. The initial one writes one line to standard error. A
+/// host may store its own function here, from one thread, while no other uses the library.
 extern VARO_EXPORT assertion_t assertion;
 
 }  // namespace BRIX::debug::_private

@@ -15,26 +15,41 @@
 
 namespace mosaic2 {
 
-/// The tag of a variant. Below 10 integers, of which the odd ones are unsigned; 10 and 11 floating.
-/// The numbers between the named ones belong to kinds that the parser does not produce.
+/// The tag of a variant. Tags below 10 are integers, the odd ones unsigned; 10 and 11 are floating
+/// point. The numbers that have no name here are kinds that the parser does not produce.
 enum das_variant_type_t : std::int32_t {
-    vtBool = 0,         ///< 0 is false, anything else true
-    vtS32 = 6,          ///< signed 32-bit integer
-    vtU32 = 7,          ///< unsigned 32-bit integer
-    vtS64 = 8,          ///< signed 64-bit integer
-    vtU64 = 9,          ///< unsigned 64-bit integer
-    vtDouble = 11,      ///< the bits of a double
-    vtString = 12,      ///< narrow string in a shared block
-    vtWString = 13,     ///< wide string in a shared block
-    vtStringRef = 14,   ///< borrowed narrow string
-    vtWStringRef = 15,  ///< borrowed wide string
-    vtBlob = 16,        ///< bytes in a shared block
-    vtNull = 17,        ///< no value
-    vtObject = 18       ///< a shared block that begins with a pointer to an object_t
+    /// 0 is false, anything else true.
+    vtBool = 0,
+
+    /// Signed and unsigned integers of 32 and 64 bits.
+    vtS32 = 6,
+    vtU32 = 7,
+    vtS64 = 8,
+    vtU64 = 9,
+
+    /// The bits of a double.
+    vtDouble = 11,
+
+    /// A narrow or wide string in a shared block.
+    vtString = 12,
+    vtWString = 13,
+
+    /// A borrowed narrow or wide string.
+    vtStringRef = 14,
+    vtWStringRef = 15,
+
+    /// Bytes in a shared block.
+    vtBlob = 16,
+
+    /// No value.
+    vtNull = 17,
+
+    /// A shared block that begins with a pointer to an object_t.
+    vtObject = 18
 };
 
-/// Compares two texts by bytes (wide ones by code units). Negative, zero or positive as `left`
-/// sorts before, with or after `right`. Null counts as the empty text.
+/// Compares two texts by bytes (wide ones by code units): negative, zero or positive as `left`
+/// sorts before, equal to or after `right`. Null counts as the empty text.
 VARO_EXPORT int string_compare(char const* left, char const* right);
 VARO_EXPORT int string_compare(wchar_t const* left, wchar_t const* right);
 
@@ -52,11 +67,14 @@ VARO_EXPORT int sync_dec(int* count);
 
 }  // namespace internal
 
-/// What a vtObject block refers to. Only the second slot is called here.
+/// What a vtObject block refers to. The slots are fixed.
 class object_t {
 public:
+    /// Never called here.
     virtual void retain() = 0;
-    virtual void release() = 0;  ///< The last variant that referred to the object is gone.
+
+    /// Called when the last variant that referred to the object is gone.
+    virtual void release() = 0;
 
 protected:
     ~object_t() = default;
@@ -65,20 +83,23 @@ protected:
 /// A value of one of the kinds of das_variant_type_t. Strings, blobs and objects live in blocks
 /// that copies share and the last copy frees; blocks come from m_mem, so a program and the library
 /// may release each other's. Counts are changed atomically: copies may be used on different
-/// threads, one variant on one at a time.
+/// threads, a single variant on one thread at a time.
 ///
-/// The two fields and the layout of blocks are a binary contract, so they are public. A check that
-/// fails is reported to BRIX::debug::_private::assertion and the operation goes on.
+/// The two fields and the layout of blocks are a binary contract, so they are public. A failed
+/// check is reported to BRIX::debug::_private::assertion, and the operation goes on.
 struct variant_t {
-    /// What lies in front of the payload of a block.
+    /// What precedes the payload of a block.
     struct data_header_t {
-        std::uint64_t m_size;  ///< payload size in bytes; for a string with its terminating zero
-        std::int32_t m_count;  ///< references to the block
+        /// Of the payload, in bytes; includes a string's terminating zero.
+        std::uint64_t m_size;
+
+        /// References to the block.
+        std::int32_t m_count;
     };
 
-    /// How blocks are freed and allocated: given, and returning, the address of the header. The
-    /// allocator is told the size with the header and may return null. A program may store its own
-    /// functions while no block exists.
+    /// How blocks are freed and allocated. Both functions deal in the address of the header. The
+    /// allocator is given the size including the header and may return null. A program may store
+    /// its own functions while no block exists.
     struct memory_functions_t {
         void (*m_free)(void* header);
         void* (*m_allocate)(std::size_t size);
@@ -92,7 +113,8 @@ struct variant_t {
         double m_double;
         char const* m_text;
         wchar_t const* m_wide_text;
-        void* m_data;  ///< the payload of a block
+        /// The payload of a block.
+        void* m_data;
     };
 
     value_t m_value;
@@ -108,8 +130,8 @@ struct variant_t {
     variant_t(unsigned long long value) noexcept : m_type(vtU64) { m_value.m_unsigned = value; }
     variant_t(double value) noexcept : m_type(vtDouble) { m_value.m_double = value; }
 
-    /// A copy of `text`, or, with `borrow`, the pointer itself, which must outlive every copy of
-    /// this variant. Null gives a string that reads as "" (borrowed: as null). Throws
+    /// A copy of `text` or, with `borrow`, the pointer itself, which must then outlive every copy
+    /// of this variant. Null gives a string that reads as "" (borrowed: as null). Throws
     /// std::bad_alloc.
     variant_t(char const* text, bool borrow = false) : m_type(vtStringRef) {
         if (borrow) {
@@ -122,7 +144,8 @@ struct variant_t {
     /// A pointer to anything else would become a boolean.
     variant_t(void const*) = delete;
 
-    /// A string of the `length` bytes at `text`, none of which is zero. Throws std::bad_alloc.
+    /// A string of the `length` bytes at `text`. Requires: none of them is zero. Throws
+    /// std::bad_alloc.
     static variant_t copy_of(char const* text, std::size_t length) {
         variant_t result;
         result.make_string(text, length);
@@ -163,7 +186,7 @@ struct variant_t {
 
     ~variant_t() { free_data(); }
 
-    /// Gives up the value and leaves vtNull.
+    /// Releases the value and leaves vtNull.
     void free_data() noexcept {
         value_t const oldValue = m_value;
         das_variant_type_t const oldType = m_type;
@@ -174,23 +197,23 @@ struct variant_t {
         }
     }
 
-    /// Whether get<Type>() reads values with this tag: int and unsigned int the tags up to 7, bool
-    /// and the larger integers those up to 9, double all numbers, char const* narrow strings.
+    /// Whether get<Type>() reads values with this tag: int and unsigned int read the tags up to 7,
+    /// bool and the larger integers those up to 9, double all numbers, char const* narrow strings.
     template <class Type>
     bool can_get() const noexcept = delete;
 
-    /// The value as Type. Where can_get<Type>() is false, that is reported and the stored bits are
-    /// read as they are.
+    /// The value as Type. Where can_get<Type>() is false, that is reported to the assertion hook
+    /// and the stored bits are read as they are.
     template <class Type>
     Type get() const = delete;
 
-    /// Orders values of one kind by size, numbers of different kinds by their values (two integers
-    /// signed, unless both are unsigned), and otherwise puts the higher tag first.
+    /// Orders values of the same kind by size, numbers of different kinds by value (two integers as
+    /// signed ones, unless both are unsigned), and puts the higher tag first otherwise.
     bool operator<(variant_t const& other) const;
 
-    /// Numbers are equal by value (two integers by their bits), strings by their text whoever owns
-    /// it, blobs by their bytes, objects by identity; two nulls are equal. Values of different
-    /// kinds are not.
+    /// Numbers are equal by value (two integers by their bits), strings by their text, owned or
+    /// borrowed, blobs by their bytes, objects by identity. Two nulls are equal. Values of
+    /// different kinds are not.
     bool operator==(variant_t const& other) const;
     bool operator!=(variant_t const& other) const { return !(*this == other); }
 
@@ -213,7 +236,7 @@ private:
         return reinterpret_cast<data_header_t*>(static_cast<char*>(data) - sizeof(data_header_t));
     }
 
-    /// The block has one byte more than a null text's size says, so that it too ends with a zero.
+    /// The block of a null text, whose size is 0, still gets one byte for a terminating zero.
     [[gnu::noinline]] void make_string(char const* text, std::size_t length) {
         void* const memory = m_mem.m_allocate(sizeof(data_header_t) + length + 1);
         if (memory == nullptr) {
@@ -259,8 +282,8 @@ private:
             return;
         }
         if (type == vtObject) {
-            // The block is held while the object goes: its release may copy and destroy variants of
-            // this very block, and must not free it a second time.
+            // The block is kept while the object is released: release() may copy and destroy
+            // variants of this very block, which must not free it a second time.
             internal::sync_inc(&header->m_count);
             object_t* object = nullptr;
             std::memcpy(&object, value.m_data, sizeof(object));

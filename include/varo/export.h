@@ -1,6 +1,6 @@
 #pragma once
 
-/// Marks what libvaro.so shows to programs. Everything else in the library is hidden.
+/// Marks what libvaro.so exports. Everything else in the library is hidden.
 #if defined(__GNUC__)
 #define VARO_EXPORT __attribute__((visibility("default")))
 #else

@@ -5,48 +5,50 @@
 
 namespace varo_3_3 {
 
-/// One declaration, to be refined right after it was made:
+/// One declaration, to be refined as soon as it is made:
 ///
 ///     parser->option("level,l", "Verbosity", mosaic2::vtS32, "general")
 ///         ->defaultValue(3)
 ///         ->allowValue(1)
 ///         ->allowValue(3);
 ///
-/// Owned by the parser; the pointer is good until the next declaration at least. Every operation
+/// Owned by the parser; the pointer is valid at least until the next declaration. Every operation
 /// returns the same declaration. Texts and values are copied (strings of variants are shared).
-/// When memory runs out, std::bad_alloc leaves the declaration as it was.
+/// When memory runs out, std::bad_alloc leaves the declaration unchanged.
 ///
 /// The order of the operations is the binary contract.
 class VARO_EXPORT IOption {
 public:
-    /// Adds a further name, as it stands, behind those that the declaration has. No check is made:
-    /// a name that another declaration has too makes both candidates. Null is ignored.
+    /// Adds another name after those that the declaration has, as it is, commas included. Nothing
+    /// is checked: when another declaration has the same name, both are candidates for it. Null is
+    /// ignored.
     virtual IOption* synonym(char const* name) = 0;
 
-    /// Adds a value to the list of those that are accepted; with none in it, every value of the
-    /// type is. Values are compared as variants, so that numbers match across the number
-    /// types, and a text never matches a number. A string option also accepts what is the beginning
-    /// of exactly one allowed value and stores that value.
+    /// Adds a value to the list of accepted ones; an empty list accepts every value of the type.
+    /// Values are compared as variants: numbers match across the number types, and a text never
+    /// matches a number. A string option also accepts the beginning of exactly one allowed value,
+    /// and stores that whole value.
     virtual IOption* allowValue(mosaic2::variant_t const& value) = 0;
 
-    /// Accepts `deprecated` and stores `replacement` in its place, with a warning that
-    /// getErrorDesc() gives after the parse. A second entry for an equal value is ignored.
+    /// Accepts `deprecated` and stores `replacement` instead, with a warning that getErrorDesc()
+    /// gives after the parse. A second replacement for an equal value is ignored.
     virtual IOption* allowDeprecatedValue(mosaic2::variant_t const& deprecated,
                                           mosaic2::variant_t const& replacement) = 0;
 
-    /// Sets what a result answers while the option is not given. The value is neither converted to
+    /// Sets what a result answers when the option was not given. The value is neither converted to
     /// the declaration's type nor checked.
     virtual IOption* defaultValue(mosaic2::variant_t const& value) = 0;
 
-    /// Sets the character at which one value text is split into several values; 0 for none.
+    /// Sets the character at which the text of an argument is split into several values; 0 keeps it
+    /// whole.
     virtual IOption* tokenize(char separator) = 0;
 
-    /// Makes the option take, as values, the arguments that belong to no dashed option. The first
-    /// positional declaration takes them all; positional declarations are left out of the help.
+    /// Makes the option take the arguments that belong to no dashed option as its values. The first
+    /// positional declaration takes all of them; positional declarations do not show in help.
     virtual IOption* positional() = 0;
 
-    /// Adds tags from a list separated by commas: the names of the actions that a modifier belongs
-    /// to. Null adds nothing.
+    /// Adds tags from a list separated by commas: names of actions that the modifier belongs to.
+    /// Null adds nothing.
     virtual IOption* tag(char const* tags) = 0;
 
     virtual ~IOption() = default;

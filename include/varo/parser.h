@@ -14,29 +14,48 @@ namespace varo_3_3 {
 
 /// Creation flags, combined with "|". Other bits are ignored; 0 is the most lenient parser.
 enum CreationFlag : int {
-    kUnknownIsError =
-        0x02,  ///< An argument that nothing claims ends the parse; else it is dropped.
-    kPositionalAfterMarker =
-        0x04,                ///< Plain arguments behind "--" go to the positional option as well.
-    kDashGuard = 0x08,       ///< An argument that begins with "-" is no positional value.
-    kTakeTheRest = 0x10,     ///< A positional value takes all arguments after it along, "--" too.
-    kKeepCommas = 0x20,      ///< Values are not split at ',' unless a declaration says so.
-    kDoubleDashHelp = 0x40,  ///< Help writes "--" before names of two and more characters.
+    /// An argument that nothing claims ends the parse with an error. Otherwise it is dropped.
+    kUnknownIsError = 0x02,
+
+    /// The plain arguments after "--" are also given to the positional option.
+    kPositionalAfterMarker = 0x04,
+
+    /// An argument that begins with "-" is no positional value.
+    kDashGuard = 0x08,
+
+    /// The first positional value takes all arguments after it along, options and "--" included.
+    kTakeTheRest = 0x10,
+
+    /// Values are not split at ',' unless a declaration says so.
+    kKeepCommas = 0x20,
+
+    /// Help writes "--" before names of two or more characters.
+    kDoubleDashHelp = 0x40
 };
 
 /// What creation and parses return.
 enum ReturnCode : int {
     kSuccess = 0,
-    kRefused = 1,            ///< A handler refused a value (getErrorDesc says which), or the result
-                             ///< holds an option that this parser does not declare (no text).
-    kParseError = 2,         ///< The arguments are wrong; getErrorDesc says how.
-    kUnusableArguments = 3,  ///< A null among the arguments or pointers, or a failure in creation.
-    kUnidentifiedProblem = 4,  ///< A std::exception, of a handler or for lack of memory.
-    kOptionFileUnreadable = 6  ///< An option file could not be read; getErrorDesc names it.
+
+    /// A handler refused a value (getErrorDesc says which), or the result holds an option that this
+    /// parser does not declare (no text).
+    kRefused = 1,
+
+    /// The arguments are wrong; getErrorDesc says how.
+    kParseError = 2,
+
+    /// A null among the arguments or pointers, or a failure in creation.
+    kUnusableArguments = 3,
+
+    /// A std::exception, from a handler or because memory ran out.
+    kUnidentifiedProblem = 4,
+
+    /// An option file could not be read; getErrorDesc names it.
+    kOptionFileUnreadable = 6
 };
 
-/// A command-line parser: takes declarations, then parses argument vectors or texts into results,
-/// and writes help from the same declarations.
+/// A command-line parser: it takes declarations, parses argument vectors or texts into results, and
+/// writes help from the same declarations.
 ///
 ///     varo_3_3::IParser* parser = nullptr;
 ///     varo_3_3::createParser(&parser, varo_3_3::kUnknownIsError);
@@ -51,57 +70,65 @@ enum ReturnCode : int {
 ///     result->destroy();
 ///     parser->destroy();
 ///
-/// Made by createParser, owned by the host, released with destroy(). One thread at a time, together
-/// with its results; the sequence of positions and the trace switch are shared, unlocked, by all
-/// parsers of the process.
+/// Created by createParser, owned by the host, released with destroy(). One thread at a time,
+/// together with its results; the sequence of positions and the trace switch are shared, unlocked,
+/// by all parsers of the process.
 ///
 /// Common lifetimes: a text that the library returns lives as long as the parser or result that
 /// gave it; pointers passed in are read during the call only; handlers are not owned.
 ///
-/// The order of the operations, behind those of EventHandler, is the binary contract.
+/// The order of the operations, after those of EventHandler, is the binary contract.
 class VARO_EXPORT IParser : public EventHandler {
 public:
     /// Deletes this parser with its declarations and every text that it handed out. Results live
-    /// on.
+    /// on without it.
     virtual void destroy() = 0;
 
     /// Sets `*result` to a new, empty result, which the host owns. Returns kSuccess, or
     /// kUnusableArguments with `*result` untouched when `result` is null or memory runs out.
     virtual int createResult(IParseResult** result) = 0;
 
-    /// Declares an option, an action (a verb that says what the tool does), or a modifier (an
-    /// option of certain actions). `name` holds up to three names separated by commas, without
-    /// dashes, the primary one first; a third one has at most two characters. `action` names the
-    /// actions of a modifier, separated by commas. `type` is vtBool, vtS32, vtU32, vtS64, vtU64,
-    /// vtDouble, vtString or vtNull (takes no value). `section` is the help section's name, or
-    /// "name:text" to set the text under its heading; the section "varo_hidden" shows in the hidden
-    /// help only. A null description or section counts as "".
+    /// Declares an option: one that belongs to no action, and so goes with all of them.
     ///
-    /// Returns the declaration, owned by the parser and good until the next declaration at least.
-    /// A refused declaration changes nothing but its section (a new one is added, the text of an
-    /// earlier one set), and returns a placeholder that
-    /// can be refined like any other and is never parsed or shown. Refused are a null or malformed
-    /// list of names, and, without setReplace, a name that is declared already (a boolean "color"
-    /// also takes "no-color"; modifiers of different actions may share a name). When memory runs
-    /// out, the placeholder is returned too and nothing has changed.
+    /// `name` holds up to three names separated by commas, without dashes, the primary one first; a
+    /// third one has at most two characters. `type` is vtBool, vtS32, vtU32, vtS64, vtU64,
+    /// vtDouble, vtString or vtNull (takes no value). `section` is the name of a help section, or
+    /// "name:text" to set the text under its heading as well; a name alone sets an empty text. The
+    /// section "varo_hidden" shows in the hidden help only. A null description or section counts
+    /// as "".
+    ///
+    /// Returns the declaration, owned by the parser and valid at least until the next declaration.
+    /// A refused declaration returns a placeholder, which can be refined like any other and is
+    /// never parsed or shown; it changes nothing but its section, which is added or has its text
+    /// set. Refused are a null or malformed list of names and, without setReplace, a name that is
+    /// already declared (a boolean "color" also takes the name "no-color"). When memory runs out,
+    /// the placeholder is returned too and nothing has changed.
     virtual IOption* option(char const* name, char const* description,
                             mosaic2::das_variant_type_t type, char const* section) = 0;
+
+    /// Declares an action: a verb that says what the tool does, given with dashes like an option.
+    /// It is tagged with its own names, by which modifiers refer to it. Otherwise as option().
     virtual IOption* action(char const* name, char const* description,
                             mosaic2::das_variant_type_t type, char const* section) = 0;
+
+    /// Declares a modifier: an option of the actions that `action` names, separated by commas. They
+    /// need not be declared yet. Modifiers that have no action in common may share a name. With a
+    /// null `action`, and otherwise, as option().
     virtual IOption* modifier(char const* name, char const* action, char const* description,
                               mosaic2::das_variant_type_t type, char const* section) = 0;
 
     /// Whether `name` is a name of a declared action (`action` true), or of an option or modifier
     /// (false). With `section` not null, only declarations in the help section of exactly that
-    /// name count. A null name gives false.
+    /// name count. A null name gives false. This does not tell whether a declaration was
+    /// refused: a name that was taken is declared all the same.
     virtual bool isOptionDeclared(char const* name, bool action, char const* section) = 0;
 
-    /// Parses argv[1] to argv[argc - 1] into `result`, which is one that createResult made (of any
-    /// parser), or null to have the arguments only checked. Applies the defaults first. Returns
-    /// kSuccess or another ReturnCode, with the text of getErrorDesc(); on failure the result keeps
-    /// what was stored before. Parsing again into the same result adds to it. An argc below 2 is an
-    /// empty command line, with which only the defaults are applied. When memory runs out for
-    /// those, std::bad_alloc passes to the host.
+    /// Parses argv[1] to argv[argc - 1] into `result`, which createResult of any parser made, or
+    /// which is null to only check the arguments. Applies the defaults first. Returns kSuccess or
+    /// another ReturnCode, with the text of getErrorDesc(); on failure the result keeps what was
+    /// stored before. Parsing again into the same result adds to it. An argc below 2 is an empty
+    /// command line: only the defaults are applied. When memory runs out for those, std::bad_alloc
+    /// passes to the host.
     virtual int parseArgsVector(int argc, char const* const* argv, IParseResult* result) = 0;
 
     /// Parses `text`, written like an option file (null for an empty one): each line is one
@@ -110,15 +137,15 @@ public:
     /// parseArgsVector.
     virtual int parseStream(char const* text, IParseResult* result) = 0;
 
-    /// The text of the last parse: its error; after success its warnings, one per line; or "".
+    /// The text of the last parse: its error, or after success its warnings, one per line, or "".
     virtual char const* getErrorDesc() = 0;
 
-    /// The help: a list of the actions, or, when there are none, all options by section. True gives
-    /// the same for the hidden section alone.
+    /// The help: a list of the actions or, when there are none, all options by section. With
+    /// `hidden` true, the same for the hidden section alone.
     virtual char const* getDescription(bool hidden) = 0;
 
-    /// The help for the declaration that `topic` names, or the list of topics behind a sentence
-    /// that says that there is none. Null gives the help of getDescription(bool).
+    /// The help for the declaration that `topic` names; if there is none, a sentence that says so,
+    /// followed by the list of topics. Null gives the help of getDescription(bool).
     virtual char const* getDescription(char const* topic, bool hidden) = 0;
 
     /// The help for the modifiers that belong to `action`, or as for an unknown topic. Throws
@@ -128,30 +155,31 @@ public:
     /// The help for the options that belong to no action; "" if there are none.
     virtual char const* getGlobalModifiersDescription(bool hidden) = 0;
 
-    /// Registers a handler for all coming events. They are called in the order of their addresses.
-    /// False when it is registered already, null, or this parser.
+    /// Registers a handler for all events from now on. Handlers are called in the order of their
+    /// addresses. False when it is already registered, null, or this parser.
     virtual bool addHandler(EventHandler* handler) = 0;
 
     /// False when the handler is not registered.
     virtual bool removeHandler(EventHandler* handler) = 0;
 
-    /// Declares the option "option-file", whose values name files to take further arguments from,
-    /// in the format of parseStream. True when the declaration was accepted; option files are read
-    /// from then on in both cases, so a host may have declared "option-file" itself.
+    /// Declares the option "option-file", whose values name files to take more arguments from, in
+    /// the format of parseStream. False when the declaration was refused. Option files are read
+    /// from then on in both cases, so a host may declare "option-file" itself.
     virtual bool addOptionFileOption(char const* description, char const* section) = 0;
 
-    /// Allows any of `actions`, primary names, to be given together. Returns 1.
+    /// Allows any of `actions`, given by their primary names, to be used together. Returns 1, which
+    /// is fixed and says nothing.
     virtual int allowSimultaneousActions(std::set<std::string> const& actions) = 0;
 
-    /// Whether a declaration with a name that is taken replaces the earlier one, in its place. When
-    /// a handler does so, the argument being parsed goes on with the earlier one, the next with the
-    /// new.
+    /// Sets whether a declaration with a name that is taken replaces the earlier one, in its place.
+    /// When a handler replaces one, the argument being parsed goes on with the earlier declaration
+    /// and the next argument meets the new one.
     virtual void setReplace(bool replace) = 0;
 
     virtual ~IParser() = default;
 };
 
-/// Sets `*parser` to a new parser with the given creation flags. Returns kSuccess, or
+/// Sets `*parser` to a new parser with these creation flags. Returns kSuccess, or
 /// kUnusableArguments with `*parser` untouched when `parser` is null or memory runs out.
 VARO_EXPORT int createParser(IParser** parser, int flags);
 

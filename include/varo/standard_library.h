@@ -2,7 +2,7 @@
 
 #include <string>
 
-// Strings and sets pass between a program and the library, so both sides must lay them out alike.
+// Strings and sets are passed between program and library, so both must use the same layout.
 #if !defined(__GLIBCXX__)
 #error "varo needs libstdc++: std::set<std::string> of another standard library has another layout"
 #elif !_GLIBCXX_USE_CXX11_ABI

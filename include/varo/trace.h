@@ -6,27 +6,27 @@
 
 namespace varo_3_3::internal {
 
-/// Whether the trace goes to BRIX::ucout. Every parse switches it off when it starts and on again
-/// if its first argument is "varooption=varologenable=1", so a host's own write holds until the
-/// next parse. One switch for the process, not locked.
+/// Whether the trace is written to BRIX::ucout. Every parse switches it off when it starts, and on
+/// again if its first argument is "varooption=varologenable=1", so what a host sets holds until the
+/// next parse. One switch for the whole process, not locked.
 extern VARO_EXPORT bool varoLogEnabled;
 
 }  // namespace varo_3_3::internal
 
 namespace BRIX {
 
-/// The console stream that the trace is written to: the process's std::cout under a second
-/// name. (A reference: an object of its own would have to be made whenever the library is loaded.)
+/// The console stream that the trace is written to: the process's std::cout under a second name. (A
+/// reference, since a separate stream would have to be constructed whenever the library is loaded.)
 /// Redirect the trace with `ucout.rdbuf(buffer)`.
 extern VARO_EXPORT std::ostream& ucout;
 
 namespace internal {
 
-/// Makes ucout ready for use, as the header iostream does for std::cout. Returns true.
+/// Makes ucout ready for use, as <iostream> does for std::cout. Returns true.
 VARO_EXPORT bool prepareConsole();
 
 #ifndef VARO_BUILDING_LIBRARY
-/// Runs when a program that includes this header starts; so ucout can be used from then on.
+/// Runs when a program that includes this header starts, so that ucout can be used from then on.
 [[maybe_unused]] static bool const consoleIsReady = prepareConsole();
 #endif
 

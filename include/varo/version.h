@@ -11,8 +11,8 @@
 
 namespace varo_3_3 {
 
-/// The version of the library that is loaded, in the form of VARO_VERSION. It differs from the
-/// macro when a program runs with another patch release than the one it was compiled with.
+/// The version of the loaded library, encoded like VARO_VERSION. It differs from the macro when a
+/// program runs with another release than the one it was compiled with.
 VARO_EXPORT int libraryVersion() noexcept;
 
 }  // namespace varo_3_3

@@ -6,7 +6,7 @@
 /// the library's version from these three lines.
 #define VARO_VERSION_MAJOR 3
 #define VARO_VERSION_MINOR 3
-#define VARO_VERSION_PATCH 0
+#define VARO_VERSION_PATCH 1
 #define VARO_VERSION (VARO_VERSION_MAJOR * 10000 + VARO_VERSION_MINOR * 100 + VARO_VERSION_PATCH)
 
 namespace varo_3_3 {

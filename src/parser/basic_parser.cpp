@@ -2,6 +2,7 @@
 
 #include <exception>
 #include <string_view>
+#include <typeinfo>
 
 #include "help/option_help.h"
 #include "platform/throw.h"
@@ -168,6 +169,16 @@ void BasicParser::setReplace(bool replace) {
 
 void BasicParser::setLastError(std::string const& text) {
     m_lastError = text;
+}
+
+// The class is final and private to this library, so its type information has one address: no
+// dynamic_cast, which the loader would have to find in the standard library.
+BasicParser* basicParserOf(IParser* parser) noexcept {
+    if (parser == nullptr) {
+        return nullptr;
+    }
+    IParser const& object = *parser;
+    return &typeid(object) == &typeid(BasicParser) ? static_cast<BasicParser*>(parser) : nullptr;
 }
 
 int createParser(IParser** parser, int flags) {

@@ -102,4 +102,7 @@ private:
     [[maybe_unused]] bool m_reserved = false;  // nothing reads it
 };
 
+/// The parser behind the interface; null for null and for another implementation of IParser.
+BasicParser* basicParserOf(IParser* parser) noexcept;
+
 }  // namespace varo_3_3

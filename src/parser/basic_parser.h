@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -20,6 +21,9 @@ inline constexpr std::string_view kEndMarker = "--";
 // The texts for failures that have none of their own.
 inline constexpr char const* kUnidentifiedProblemText = "Unidentified problem detected.";
 inline constexpr char const* kHelpFailedText = "Unknown error handled.";
+
+/// What the host was shown of the declarations; the room that shows them defines it.
+struct DeclarationViews;
 
 /// The parser behind IParser: owns the declarations and the texts handed out, drives parses, and is
 /// the event sink of the recognizers, which it passes on to the host's handlers. What it does is
@@ -60,6 +64,18 @@ public:
     /// Whether one of the allowed groups has all of `actions`. Without a group nothing is allowed.
     bool assertActionsCanBeUsedSimultaneously(std::set<std::string> const& actions) const;
 
+    // What the functions beside the interface see.
+    using HeldViews = std::unique_ptr<DeclarationViews, void (*)(DeclarationViews*) noexcept>;
+    RegisteredOptionStorage const& registry() const { return m_registry; }
+    Garbage& texts() { return m_garbage; }
+    int flags() const { return m_flags; }
+    bool readsOptionFiles() const { return m_optionFileEnabled; }
+    std::vector<std::set<std::string>> const& simultaneousActions() const {
+        return m_simultaneousActions;
+    }
+    HeldViews& views() { return m_views; }
+    HeldViews const& views() const { return m_views; }
+
 protected:
     // Virtual because the interface says so; the class is final.
 
@@ -91,7 +107,7 @@ private:
     template <class Build>
     char const* holdHelp(Build build);
 
-    // The members and their order are fixed.
+    // The members and their order are fixed up to m_reserved.
     RegisteredOptionStorage m_registry;
     Garbage m_garbage;
     std::string m_lastError;
@@ -100,6 +116,8 @@ private:
     bool m_optionFileEnabled = false;
     ActionGroups m_simultaneousActions;
     [[maybe_unused]] bool m_reserved = false;  // nothing reads it
+
+    HeldViews m_views{nullptr, nullptr};
 };
 
 /// The parser behind the interface; null for null and for another implementation of IParser.

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "mosaic2/variant.h"
+#include "varo/export.h"
+#include "varo/parser.h"
+
+namespace varo_3_3 {
+
+/// What can be written from the declarations alone. A generator of a host's own needs nothing but
+/// nextDeclaration; the ones below are written on it too.
+///
+/// All of these are functions beside the interface, since 3.3.1. They take a parser of this library
+/// and answer null or "" for null and for another implementation of IParser. None throws, sends an
+/// event, writes a trace or changes the text of getErrorDesc().
+///
+///     varo::Declaration const* declaration = nullptr;
+///     while ((declaration = varo::nextDeclaration(parser, declaration)) != nullptr) {
+///         std::puts(declaration->names[0]);
+///     }
+
+/// What Declaration::kind says.
+enum DeclarationKind : int {
+    kDeclaredOption = 0,    ///< fits every action
+    kDeclaredAction = 1,    ///< says what the tool does
+    kDeclaredModifier = 2,  ///< fits the actions that it names
+};
+
+/// A value in a declaration.
+struct DeclaredValue {
+    char const* text;                 ///< as help and messages show it; never null
+    mosaic2::variant_t const* value;  ///< null for a default that is not there
+};
+
+/// A value that is still accepted, and the one that is stored in its place.
+struct ReplacedValue {
+    DeclaredValue deprecated;
+    DeclaredValue replacement;
+};
+
+/// One declaration. Texts are never null and an array without elements may be null; all of it is
+/// the parser's. The structure stays where it is until the parser is destroyed. Its members, with
+/// what they point to, are good until its option is refined or replaced, and the next walk brings
+/// them up to date.
+struct Declaration {
+    /// sizeof(Declaration) in the library that filled it: later ones add members at the end, and
+    /// one that lies beyond the size is not there.
+    int size;
+    int index;  ///< from 0, in the order of the declarations
+    int kind;   ///< a DeclarationKind
+    int type;   ///< a mosaic2::das_variant_type_t
+    int nameCount;
+    int actionCount;
+    int allowedCount;
+    int deprecatedCount;
+    int sectionNumber;  ///< equal for one section, and ascending in the order of help
+    int separator;      ///< the byte that splits a value into several, 0 to 255; 0 for none
+    int isPositional;   ///< takes plain arguments; of several the first one takes them all
+    int isHidden;       ///< shown in the hidden help only
+    int readsFiles;     ///< its values name option files
+    int reserved;       ///< 0
+
+    char const* const* names;  ///< nameCount of them, the primary one first, without dashes
+    /// actionCount of them, in byte order: the actions that a modifier fits; the names by which
+    /// modifiers may ask for an action. A modifier fits an action when they share one.
+    char const* const* actions;
+    char const* description;
+    char const* typeName;     ///< "integer"; "" for a switch and for what takes no value
+    char const* section;      ///< its name
+    char const* sectionText;  ///< what stands below its name
+    DeclaredValue defaultValue;
+    DeclaredValue const* allowed;     ///< none: every value of the type
+    ReplacedValue const* deprecated;  ///< each deprecated value once
+};
+
+/// The declaration after `previous`, which this parser gave; the first one for null; null after the
+/// last one. Beginning a walk costs time and memory linear in the declarations, every step a
+/// constant. What is declared during a walk is part of the next one. Walks may be nested. Null for
+/// a first one means that nothing is declared or that memory ran out: a walk that has begun comes
+/// to its end.
+VARO_EXPORT Declaration const* nextDeclaration(IParser* parser, Declaration const* previous);
+
+/// Actions that may be given together: all of them or any of them.
+struct ActionGroup {
+    int size;   ///< as Declaration::size
+    int index;  ///< from 0, in the order of the calls of allowSimultaneousActions
+    int actionCount;
+    int reserved;                ///< 0
+    char const* const* actions;  ///< primary names in byte order; not all need be declared
+};
+
+/// As nextDeclaration, for the groups. Each lives as long as the parser and never changes.
+VARO_EXPORT ActionGroup const* nextActionGroup(IParser* parser, ActionGroup const* previous);
+
+/// The flags that the parser was created with; -1 for a parser of another kind and for null.
+VARO_EXPORT int creationFlags(IParser* parser);
+
+}  // namespace varo_3_3

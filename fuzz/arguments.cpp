@@ -19,7 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     int const code = fuzz::parse(parser, arguments, result.interface());
     recorder.check(code, parser, result);
 
-    // The plain arguments are those behind the first end marker; on failure, the first of them.
+    // The plain arguments are those after the first end marker; on failure, the first of them.
     auto behind = std::find(arguments.begin() + 1, arguments.end(), "--");
     behind += behind != arguments.end() ? 1 : 0;
     for (char const* const plain : result.arguments()) {

@@ -47,7 +47,7 @@ public:
         return std::string(found);
     }
 
-    /// All texts that are left, behind a program name.
+    /// All texts that are left, after a program name.
     std::vector<std::string> arguments(char separator) {
         std::vector<std::string> arguments{"tool"};
         while (!isEmpty()) {

@@ -8,7 +8,7 @@ enum Source : unsigned { kOperatorNew = 1, kVariants = 2 };
 
 extern unsigned sources;          ///< Those that fail once `countdown` has run out.
 extern long countdown;            ///< Allocations of these sources that still succeed.
-extern bool once;                 ///< Whether the failure ends by itself.
+extern bool once;                 ///< Whether only one allocation fails.
 extern bool failed;               ///< Whether an allocation has failed.
 extern long outstanding;          ///< Blocks that were not released yet, of whichever source.
 extern long outstandingVariants;  ///< Those of variants alone.

@@ -19,7 +19,7 @@ namespace varo_test {
 
 using Arguments = std::vector<std::string>;
 
-/// Parses `arguments` behind a program name.
+/// Parses `arguments`, after a program name.
 inline int parse(varo::Parser const& parser, varo::Result& result, Arguments const& arguments) {
     std::vector<char const*> argv{"tool"};
     for (std::string const& argument : arguments) {

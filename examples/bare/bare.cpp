@@ -1,7 +1,7 @@
 // Adds up its arguments, on the bare interface: no exceptions, no handles, everything by hand.
 //
 //     bare 1 2.5 --scale=10     writes 35
-//     bare 1 -- -4              writes -3: behind "--" an argument may begin with "-"
+//     bare 1 -- -4              writes -3: after "--" an argument may begin with "-"
 
 #include <varo/parser.h>
 #include <cstdio>

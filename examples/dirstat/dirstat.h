@@ -16,7 +16,7 @@ struct Request {
     std::string format;                 ///< "table", "csv" or "json"
     std::string sort;                   ///< "bytes", "files" or "name"
     unsigned limit = 0;                 ///< Rows before the rest is one row; 0: all.
-    bool followLinks = false;           ///< Enter directories behind symbolic links as well.
+    bool followLinks = false;           ///< Enter symbolic links to directories as well.
 };
 
 /// Reads the command line into `request`. Nothing when there is a task to do, else the exit status:

@@ -25,7 +25,7 @@ std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions 
 /// The list of the actions or, when the style shows none, all options.
 std::string generalHelp(RegisteredOptionStorage const& registry, HelpStyle style);
 
-/// The entry of the declaration called `topic`, or that there is none and the general help.
+/// The entry of the declaration called `topic`; if there is none, what unknownTopicHelp says.
 std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
                       HelpStyle style);
 
@@ -33,7 +33,7 @@ std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view 
 std::string actionHelp(RegisteredOptionStorage const& registry, std::string_view action,
                        HelpStyle style);
 
-/// The entries of the global modifiers; without any, "" and no headings.
+/// The entries of the global modifiers; "", without headings, if there are none.
 std::string globalModifiersHelp(RegisteredOptionStorage const& registry, HelpStyle style);
 
 /// The general help after a sentence that says that `topic` has no help of its own.

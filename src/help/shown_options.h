@@ -6,7 +6,7 @@
 
 namespace varo_3_3 {
 
-/// Declarations to be shown, in the order they were made.
+/// Declarations to be shown, in declaration order.
 using ShownOptions = std::vector<OptionDescription const*>;
 
 /// All actions.

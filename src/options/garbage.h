@@ -9,8 +9,8 @@
 
 namespace varo_3_3 {
 
-/// The holder of the texts that a parser or a result hands to the host: what it returns stays where
-/// it is, ended by a zero, until the holder is destroyed. std::bad_alloc leaves it fit for use.
+/// Holds the texts that a parser or a result hands to the host: what it returns stays in place,
+/// ended by a zero, until the holder is destroyed. After std::bad_alloc it remains usable.
 class Garbage {
 public:
     Garbage() = default;
@@ -34,7 +34,7 @@ private:
     char* m_free = nullptr;  // the unused end of the newest chunk that texts are put into
     std::size_t m_freeSize = 0;
     std::size_t m_chunkSize = 0;
-    std::vector<std::string> m_adopted;  // long enough not to move with the vector
+    std::vector<std::string> m_adopted;  // too long to be moved with the vector
     std::vector<std::string_view> m_shared;
     internal::HashIndex m_sharedIndex;
 };

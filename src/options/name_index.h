@@ -13,20 +13,20 @@ namespace varo_3_3 {
 
 /// Finds declarations by name without looking at each of them.
 ///
-/// Every name is filed under its text and, for a record with tags, once more under its text with
-/// each tag; a boolean's names are filed with "no-" in front as well. Keys of equal text and tag
-/// form a chain in the order of the declarations, whose head stands in a hash table. The heads
-/// without a tag also stand in an array sorted by text, for abbreviations.
+/// Every name is inserted under its text and, for a record with tags, once more under its text with
+/// each tag; a boolean's names are also inserted with "no-" before them. Keys with the same text
+/// and tag form a chain in declaration order, whose head is in a hash table. Heads without a tag
+/// are also in an array sorted by text, for abbreviations.
 ///
-/// How can it be right when declarations change? Keys refer to records and their names by number
-/// and hold no text. The registry files a record when it is declared, takes it out when it is
-/// replaced, and passes on every name or tag that is added to a record later. The sorted array is
-/// dropped by any such change and built again by the next abbreviation.
+/// How does it stay correct when declarations change? Keys refer to records and their names by
+/// number and hold no text. The registry inserts a record when it is declared, removes it when it
+/// is replaced, and passes on every name or tag that a record gets later. Each such change drops
+/// the sorted array; the next abbreviation builds it again.
 class NameIndex {
 public:
     static constexpr std::uint32_t kNone = internal::HashIndex::kNone;
 
-    /// What a typed name may mean: nothing, one candidate, or several.
+    /// What a typed name can mean: nothing, one candidate, or several.
     struct BestMatch {
         std::uint32_t first = kNone;  ///< the key of the first candidate in the order of the list
         bool isUnique = false;
@@ -40,12 +40,12 @@ public:
     /// Makes room for `names` more names of `record` with `tags` tags. May throw std::bad_alloc.
     void reserveMore(OptionDescription const& record, std::size_t names, std::size_t tags);
 
-    // These require such room, and that the record stands in its place in the list.
+    // These require that room, and that the record is in its place in the list.
     void addRecord(OptionDescription const& record) noexcept;
     void addName(OptionDescription const& record, std::size_t name) noexcept;
     void addTag(OptionDescription const& record, std::string const& tag) noexcept;
 
-    /// Takes out every key of `record`, while it still stands in its place in the list.
+    /// Removes every key of `record`, which must still be in its place in the list.
     void removeRecord(OptionDescription const& record) noexcept;
 
     /// The number of the first record that takes `name`, with one of `tags` unless those are empty;
@@ -84,7 +84,7 @@ private:
     struct Key {
         std::uint32_t record;
         std::uint32_t name : 31;
-        std::uint32_t isNegated : 1;  // stands for "no-" + name
+        std::uint32_t isNegated : 1;  // means "no-" + name
         std::string const* tag;       // null: without a tag
         std::uint32_t next;           // in the chain
         std::uint32_t last;           // of the chain; kept in its head
@@ -92,7 +92,7 @@ private:
     };
 
     struct SortedKey {
-        std::uint64_t lead;  // the first eight bytes of the text, to be compared at once
+        std::uint64_t lead;  // the first eight bytes of the text, for comparison as one number
         std::uint32_t key;
     };
 
@@ -119,7 +119,7 @@ private:
 
     OptionRecords const& m_records;
     std::vector<Key> m_keys;
-    std::uint32_t m_freeKey = kNone;  // chain of the keys that were taken out
+    std::uint32_t m_freeKey = kNone;  // chain of the removed keys
     internal::HashIndex m_heads;
     std::vector<SortedKey> m_sorted;
     bool m_isSorted = false;

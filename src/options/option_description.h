@@ -15,9 +15,9 @@ namespace varo_3_3 {
 
 class RegisteredOptionStorage;
 
-/// One declaration: a plain option, an action or a modifier. Made and owned by the registry; the
-/// host refines it through IOption, recognizers, results and help read the members. A record never
-/// moves, so pointers to it hold as long as the registry keeps it.
+/// One declaration: a plain option, an action or a modifier. Created and owned by the registry; the
+/// host refines it through IOption, and recognizers, results and help read its members. A record
+/// never moves, so pointers to it hold as long as the registry keeps it.
 class OptionDescription final : public IOption {
 public:
     enum Kind : std::int32_t { kAction = 0, kOption = 1 };
@@ -44,7 +44,7 @@ public:
         return m_names.empty() ? std::string_view("") : std::string_view(m_names.front());
     }
 
-    /// Whether every text is a value, stored as it is typed.
+    /// Whether every text is accepted as a value and stored as typed.
     bool acceptsAnyText() const {
         return m_type == mosaic2::vtString && m_allowedValues.empty() && m_deprecatedValues.empty();
     }
@@ -58,16 +58,16 @@ public:
     /// The text of `value`, held by `holder`.
     char const* toString(Garbage* holder, mosaic2::variant_t const& value) const;
 
-    /// Converts `text`, replaces a deprecated value, and checks the outcome against the allowed
-    /// values. True when it is accepted: then `message` is empty or a warning. False: `message` is
-    /// the reason and `value` unspecified.
+    /// Converts `text`, replaces a deprecated value, and checks the result against the allowed
+    /// values. True when accepted: `message` is then empty or a warning. False: `message` is the
+    /// reason and `value` is unspecified.
     bool validate(std::string_view text, mosaic2::variant_t& value, std::string& message) const;
 
     /// The order of help: by primary names, byte by byte.
     bool operator<(OptionDescription const& other) const { return firstName() < other.firstName(); }
 
     // The members and their order are fixed up to m_textHolder.
-    std::int32_t m_state = 0;  ///< 3 on the placeholder that stands for refused declarations
+    std::int32_t m_state = 0;  ///< 3 on the placeholder for refused declarations; nothing reads it
     std::vector<std::string> m_names;
     std::set<std::string> m_tags;  ///< an action's own names, or the actions of a modifier
     std::string m_section;

@@ -18,7 +18,7 @@ public:
     /// Sections as (name, text), in the order they first appeared.
     using Sections = std::vector<std::pair<std::string, std::string>>;
 
-    /// `textHolder` is handed on to the records and outlives them.
+    /// `textHolder` is passed on to the records and must outlive them.
     explicit RegisteredOptionStorage(Garbage* textHolder);
     RegisteredOptionStorage(RegisteredOptionStorage const&) = delete;
     RegisteredOptionStorage& operator=(RegisteredOptionStorage const&) = delete;
@@ -48,7 +48,7 @@ public:
         return number != NameIndex::kNone ? m_records[number].get() : nullptr;
     }
 
-    /// The number of the section of this name, which a declaration has named.
+    /// The number of the section with this name. Requires: a declaration has named it.
     std::uint32_t sectionNumber(std::string_view name) const;
 
     std::size_t actionCount() const { return m_actionCount; }
@@ -59,12 +59,12 @@ public:
     /// The numbers of the declarations that have a default, ascending.
     std::vector<std::uint32_t> const& withDefault() const { return m_withDefault; }
 
-    /// While at least one user is there, records that are replaced stay alive.
+    /// While there is at least one user, replaced records stay alive.
     void beginUse() { ++m_users; }
     void endUse() noexcept;
 
     // A record that was declared here reports its refinements. The first three may throw
-    // std::bad_alloc and have then changed nothing.
+    // std::bad_alloc, with nothing changed.
 
     /// The last name of `record` is new.
     void onNameAdded(OptionDescription const& record);

@@ -7,8 +7,9 @@
 
 namespace varo_3_3 {
 
-/// Turns the text of one value into a variant. execute<T>() converts to T, leaves the outcome in
-/// m_result and returns whether the whole text could be read as T. None depends on a locale.
+/// Turns the text of one value into a variant. execute<T>() converts to T, leaves the value in
+/// m_result and returns whether the whole text could be read as T. No conversion depends on a
+/// locale.
 ///
 /// - bool: 1/0, true/false, yes/no, on/off in any letter case
 /// - int, unsigned, long long: decimal
@@ -16,8 +17,9 @@ namespace varo_3_3 {
 /// - double: decimal, with or without an exponent; a value too small for a double becomes 0
 /// - char const*: the text itself
 ///
-/// Numbers may have blanks, tabs and line ends around them and a "+" in front, unsigned ones no
-/// "-". What is out of range is not converted.
+/// Numbers may have blanks, tabs and line ends around them and begin with "+", unsigned ones not
+/// with
+/// "-". Numbers out of range are not converted.
 struct OperationFromString {
     template <class Type>
     bool execute();

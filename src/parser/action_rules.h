@@ -13,7 +13,7 @@ namespace varo_3_3 {
 /// Groups of action names; the actions of a group may be given together.
 using ActionGroups = std::vector<std::set<std::string>>;
 
-/// Actions met one by one, and the groups that have all of them.
+/// Actions met one by one, and the groups that contain all of them.
 class MetActions {
 public:
     /// `groups` outlives this object.
@@ -21,7 +21,7 @@ public:
 
     void add(std::string_view name);
 
-    /// Whether one group has all that were added; without a group nothing is allowed.
+    /// Whether one group contains all that were added. Without groups nothing is allowed.
     bool areAllowed() const { return !m_allowing.empty(); }
 
 private:

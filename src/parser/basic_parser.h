@@ -18,16 +18,16 @@ namespace varo_3_3 {
 /// Separates options from plain arguments.
 inline constexpr std::string_view kEndMarker = "--";
 
-// The texts for failures that have none of their own.
+// Texts of failures that come without one.
 inline constexpr char const* kUnidentifiedProblemText = "Unidentified problem detected.";
 inline constexpr char const* kHelpFailedText = "Unknown error handled.";
 
 /// What the host was shown of the declarations; the room that shows them defines it.
 struct DeclarationViews;
 
-/// The parser behind IParser: owns the declarations and the texts handed out, drives parses, and is
-/// the event sink of the recognizers, which it passes on to the host's handlers. What it does is
-/// spread over four files: this class's own, parse_driver, option_files and action_rules.
+/// The implementation of IParser: owns the declarations and the texts handed out, drives parses,
+/// and receives the recognizers' events, which it passes on to the host's handlers. Its definition
+/// is spread over four files: this class's own, parse_driver, option_files and action_rules.
 class BasicParser final : public IParser {
 public:
     explicit BasicParser(int flags);
@@ -79,20 +79,20 @@ public:
 protected:
     // Virtual because the interface says so; the class is final.
 
-    /// Both phases over one list of arguments, with what stands behind "--" and the option files in
-    /// between. Sets the last error.
+    /// Both phases for one list of arguments, and between them what follows "--" and the option
+    /// files. Sets the last error.
     virtual int parseVector(ArgumentSource& source, internal::WhiteSpace& whiteSpace,
                             ParseResult& result);
 
-    /// Recognizes and stores the arguments in front of the end marker.
+    /// Recognizes and stores the arguments before the end marker.
     virtual int parse_phase_one(ArgumentList& args, ParseSession& session);
 
     /// Checks the options that were given against the actions.
     virtual int parse_phase_two(ParseSession& session);
 
 private:
-    /// Whom the recognizers tell about options and values. Only a handler can add others while a
-    /// parse runs, so one that begins without handlers has none to its end.
+    /// Whom the recognizers tell about options and values. Only a handler can add others during a
+    /// parse, so a parse that begins without handlers never gets any.
     EventHandler* listener() { return m_handlers.empty() ? nullptr : this; }
     template <class Visit>
     void visitHandlers(Visit visit);

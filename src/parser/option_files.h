@@ -15,8 +15,8 @@ namespace varo_3_3 {
 /// The name of the option whose values name option files.
 inline constexpr std::string_view kOptionFileName = "option-file";
 
-/// The arguments of a text in the format of option files: one a line, without the white space in
-/// front of it and the carriage returns behind it; empty lines and comments yield none.
+/// The arguments of a text in the format of option files: one per line, without leading white space
+/// and trailing carriage returns; empty lines and comments yield none.
 class OptionLines final : public ArgumentSource {
 public:
     /// `text` and `whiteSpace` outlive this object.
@@ -30,9 +30,9 @@ private:
     internal::WhiteSpace& m_whiteSpace;
 };
 
-/// The option files of one parse. Stands in front of the result as the collector, notes the files
-/// that are named while the parse runs (whether or not it will read them), and hands out their
-/// texts in that order.
+/// The option files of one parse. As the collector before the result, it notes the files that are
+/// named during the parse (whether or not they will be read), and hands out their texts in that
+/// order.
 class OptionFiles final : public IResultCollector {
 public:
     explicit OptionFiles(ParseResult& result) : m_result(result) {}
@@ -42,12 +42,12 @@ public:
     /// Notes the default of the option if it was not given. Called once, before the first load.
     void noteDefault();
 
-    /// Whether a file is left to be loaded.
+    /// Whether there are files left to load.
     bool hasNext() const { return m_next < m_files.size(); }
 
-    /// Loads the next file into `text`; what is noted from then on is named inside it. False, with
-    /// the text for the user in `error`, when it cannot be read, is inside itself, or goes over the
-    /// limits of one parse.
+    /// Loads the next file into `text`; files noted from then on are named in it. False, with the
+    /// text for the user in `error`, when it cannot be read, names itself directly or through
+    /// others, or exceeds the limits of one parse.
     bool loadNext(std::string& text, std::string& error);
 
 private:
@@ -71,7 +71,7 @@ private:
     std::size_t m_current = kCommandLine;
     std::size_t m_bytesLeft = kMostBytes;
     bool m_isGiven = false;
-    bool m_isAtEnd = false;  // a value was no text, which ends the walk
+    bool m_isAtEnd = false;  // a value that is no text ends the walk
 };
 
 }  // namespace varo_3_3

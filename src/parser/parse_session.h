@@ -8,8 +8,7 @@
 
 namespace varo_3_3 {
 
-/// What one parse call carries through its phases, so that a parse within it shares nothing with
-/// it.
+/// What one parse call carries through its phases, so that a nested parse shares none of it.
 struct ParseSession {
     ParseSession(ParseResult& target, internal::WhiteSpace& space)
         : result(target), whiteSpace(space), files(target) {}
@@ -23,9 +22,9 @@ struct ParseSession {
 
     ParseResult& result;
     internal::WhiteSpace& whiteSpace;
-    OptionFiles files;     ///< stands in front of the result once they are enabled
+    OptionFiles files;     ///< the collector before the result, once they are enabled
     std::string error;     ///< of the argument that ended the parse
-    std::string warnings;  ///< one a line
+    std::string warnings;  ///< one per line
 };
 
 }  // namespace varo_3_3

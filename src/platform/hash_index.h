@@ -8,7 +8,7 @@
 
 namespace varo_3_3::internal {
 
-/// Hashes a text, eight bytes at a time. Not for keys that an enemy may choose.
+/// Hashes a text, eight bytes at a time. Not for keys that an attacker may choose.
 class TextHash {
 public:
     static std::uint32_t of(std::string_view text) {
@@ -36,7 +36,7 @@ private:
     explicit TextHash(std::size_t size) : m_hash(size) {}
 
     /// The upper half of one more product: small tables use the lowest bits, which every byte of
-    /// the text must have reached.
+    /// the text must influence.
     std::uint32_t value() const { return static_cast<std::uint32_t>((m_hash * kMultiplier) >> 32); }
 
     void mix(std::uint64_t word) {
@@ -76,7 +76,7 @@ private:
 };
 
 /// A table from hashes to the numbers of items that its owner keeps elsewhere; open addressing with
-/// linear probing. Items are told apart by a comparison that the owner brings along.
+/// linear probing. The owner supplies the comparison of items.
 class HashIndex {
 public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
@@ -122,7 +122,7 @@ public:
         ++m_used;
     }
 
-    /// Puts `item` in the place of `old`, which is in the table under this hash.
+    /// Replaces `old`, which is in the table under this hash, with `item`.
     void replace(std::uint32_t hash, std::uint32_t old, std::uint32_t item) noexcept {
         m_slots[slotOf(hash, old)].item = item;
     }
@@ -173,7 +173,7 @@ private:
         m_slots.swap(larger.m_slots);
     }
 
-    std::vector<Slot> m_slots;  // as many as a power of two, or none; at most half are used
+    std::vector<Slot> m_slots;  // a power of two of them, or none; at most half are used
     std::size_t m_used = 0;
 };
 

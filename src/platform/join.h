@@ -6,7 +6,7 @@
 
 namespace varo_3_3::internal {
 
-/// The parts one after the other, in one allocation.
+/// The parts joined, in one allocation.
 std::string join(std::initializer_list<std::string_view> parts);
 
 }  // namespace varo_3_3::internal

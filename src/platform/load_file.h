@@ -8,10 +8,10 @@
 
 namespace BRIX {
 
-/// A file opened for reading, closed by its owner's end. Testing it says whether it is open.
+/// A file opened for reading, closed when it goes out of scope. Tests true when it is open.
 class file_t {
 public:
-    /// Opens the file `name`; a directory is not opened.
+    /// Opens the file `name`. Directories are refused.
     explicit file_t(char const* name);
     ~file_t();
     file_t(file_t const&) = delete;
@@ -19,7 +19,7 @@ public:
 
     explicit operator bool() const { return m_descriptor >= 0; }
 
-    /// What two names of one file have in common.
+    /// Equal for two names of the same file.
     struct identity_t {
         dev_t m_device;
         ino_t m_inode;
@@ -29,12 +29,12 @@ public:
     };
     identity_t identity() const { return m_identity; }
 
-    /// The identity of the file `name`, without opening it: to open a FIFO waits for its writer. Of
-    /// no file when there is none.
+    /// The identity of the file `name`, found without opening it, since opening a FIFO waits for
+    /// its writer. That of no file when there is none.
     static identity_t identify(char const* name);
 
-    /// Appends the file's bytes to `text`, to its end, whether or not the file reports a size.
-    /// False when reading fails or the file holds more than `limit` bytes. Throws std::bad_alloc.
+    /// Appends the rest of the file to `text`, whether or not the file reports a size. False when
+    /// reading fails or the file holds more than `limit` bytes. Throws std::bad_alloc.
     bool load_file(std::string& text, std::size_t limit) const;
 
 private:

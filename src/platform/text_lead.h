@@ -6,8 +6,8 @@
 
 namespace varo_3_3::internal {
 
-/// The first eight bytes of prefix + text as one number that orders like them: most texts can be
-/// told apart without a look at where they lie in memory.
+/// The first eight bytes of prefix + text as one number that sorts like them: it tells most texts
+/// apart without touching their memory.
 inline std::uint64_t leadOf(std::string_view prefix, std::string_view text) {
     std::uint64_t lead = 0;
     for (std::size_t at = 0; at < sizeof(lead); ++at) {

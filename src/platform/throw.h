@@ -4,10 +4,10 @@
 
 #include <cstddef>
 
-/// The standard exceptions that the library throws itself, by way of the functions that
-/// libstdc++'s own headers call for it: each class thrown by name would add four symbols to those
-/// that the loader looks up whenever a program starts. They are in libstdc++'s binary interface,
-/// not in its documented one; no other file names them.
+/// The standard exceptions that the library throws itself, through the functions that libstdc++'s
+/// own headers call: each class thrown by name would add four symbols that the loader looks up
+/// whenever a program starts. These functions belong to libstdc++'s binary interface, not to its
+/// documented one; no other file names them.
 namespace varo_3_3::internal {
 
 [[noreturn]] inline void throwBadAlloc() {

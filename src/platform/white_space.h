@@ -6,16 +6,16 @@
 
 namespace varo_3_3::internal {
 
-/// What counts as white space in the C++ global locale. The locale is asked for its table the first
-/// time a character could be white space anywhere: a process that has not touched locales yet would
-/// otherwise spend more on setting them up than on parsing.
+/// What counts as white space in the C++ global locale. Its table is fetched at the first character
+/// that could be white space in some locale: a process that has not used locales yet would
+/// otherwise spend more time on setting them up than on parsing.
 class WhiteSpace {
 public:
     bool contains(char character) {
         return !kIsPlain[static_cast<unsigned char>(character)] && isSpace(character);
     }
 
-    /// Keeps the locale as it stands now, for a caller during whose work it may change.
+    /// Keeps the current locale, for a caller during whose work it may change.
     void capture() {
         if (m_facet == nullptr) {
             m_facet = &std::use_facet<std::ctype<char>>(m_locale.emplace());
@@ -23,7 +23,7 @@ public:
     }
 
 private:
-    /// Letters, digits and "-" are taken to be white space nowhere.
+    /// ASCII letters, digits and "-" are white space in no locale.
     static constexpr std::array<bool, 256> kIsPlain = [] {
         std::array<bool, 256> isPlain{};
         for (unsigned char character = 0; character < 128; ++character) {

@@ -7,8 +7,8 @@
 
 namespace varo_3_3 {
 
-/// The recognizer of dashed options: one or two dashes, a name or an unambiguous beginning of one,
-/// and a value behind "=" or white space or in the next argument.
+/// The recognizer of dashed options: one or two dashes, a name or an unambiguous abbreviation of
+/// it, and a value after "=" or white space or in the next argument.
 class AbbreviationParser final : public IArgumentParser {
 public:
     /// `whiteSpace` outlives this recognizer.

@@ -5,7 +5,7 @@
 
 namespace varo_3_3 {
 
-/// Yields arguments one by one. They stay where they are until the parse of their source ends.
+/// Yields arguments one by one. They stay in place until the parse of their source ends.
 class ArgumentSource {
 public:
     /// Sets `argument` to the next argument. False, with `argument` untouched, at the end.
@@ -15,8 +15,8 @@ protected:
     ~ArgumentSource() = default;
 };
 
-/// The arguments not yet consumed, the front one as [0]. It looks at no more than the first two of
-/// them and copies none, so consuming one costs the same however many follow.
+/// The arguments not yet consumed, the first one as [0]. It looks at no more than two of them and
+/// copies none, so consuming one costs the same however many follow.
 class ArgumentList {
 public:
     explicit ArgumentList(ArgumentSource& source) : m_source(source) {
@@ -45,7 +45,7 @@ private:
     std::size_t m_size = 0;
 };
 
-/// One argument on its own.
+/// A single argument.
 class SingleArgument final : public ArgumentSource {
 public:
     explicit SingleArgument(std::string_view argument) : m_argument(argument) {}

@@ -13,12 +13,12 @@
 
 namespace varo_3_3 {
 
-/// A recognizer: looks at the front of the arguments, decides whether it can take it, and takes it:
-/// finds the option and its value, which it hands to the value intake. Made by the driver for one
-/// list of arguments and gone after it.
+/// A recognizer: looks at the first argument, decides whether it can take it, and takes it: finds
+/// the option and its value, which it passes to the value intake. Created by the driver for one
+/// list of arguments and destroyed after it.
 class IArgumentParser {
 public:
-    /// The event handler is told about options and values; null if nobody listens. `flags` are the
+    /// The event handler is told about options and values; null if there is none. `flags` are the
     /// parser's creation flags. None of these is owned.
     IArgumentParser(EventHandler* handler, Garbage* garbage, int flags, SharedState shared)
         : m_handler(handler),
@@ -30,13 +30,13 @@ public:
     IArgumentParser(IArgumentParser const&) = delete;
     IArgumentParser& operator=(IArgumentParser const&) = delete;
 
-    /// Whether args[0] is this recognizer's; kTaken or kNotTaken. Only decides, and may remember
-    /// what it found for the parse that follows. May set `message` to why it does not take the
-    /// argument.
+    /// Whether args[0] is this recognizer's: kTaken or kNotTaken. Only decides, and may remember
+    /// what it found for the parse() that follows. May set `message` to the reason why it does not
+    /// take the argument.
     virtual result_t recognize(ArgumentList& args, RegisteredOptionStorage& options,
                                std::string& message) = 0;
 
-    /// Takes args[0], and what belongs to it, out of `args` and stores it. Sets `optionIndex` to
+    /// Removes args[0], and what belongs to it, from `args` and stores it. Sets `optionIndex` to
     /// the number of the option, which the driver does not read. On success `message` is empty or
     /// holds warnings, one a line; otherwise it is the text for the user, args[0] is still there,
     /// and nothing of it is stored (of arguments that were taken before it in the same call, as
@@ -48,13 +48,14 @@ public:
     /// The end of a message that refers to an argument.
     virtual std::string formatTokenMessage(std::string_view token);
 
-    /// Of several recognizers that take an argument the one with the highest priority gets it.
+    /// Of several recognizers that would take an argument, the one with the highest priority gets
+    /// it.
     virtual int getPriority() = 0;
 
-    /// The next position of the process, whose parsers share one sequence.
+    /// The next position of the process; all parsers share one sequence.
     static int m_idx;
 
-    /// What recognizers share when they take part in a parse.
+    /// What the recognizers of a parse share.
     static SharedState process() { return {m_idx, internal::varoLogEnabled}; }
 
 protected:
@@ -68,7 +69,7 @@ protected:
     /// Sets `message`, traces it, and returns kArgumentError.
     result_t fail(std::string& message, std::string text);
 
-    /// Erases args[0], with a line in the trace.
+    /// Erases args[0] and traces that.
     void removeFront(ArgumentList& args);
 
     EventHandler* m_handler;

@@ -19,15 +19,15 @@ struct SharedState {
     bool const& isTraced;
 };
 
-/// Takes the value text of one occurrence. Part of a recognizer, in whose name it traces.
+/// Takes the value text of one occurrence. Part of a recognizer, under whose name it traces.
 class ValueIntake {
 public:
-    /// `handler` is told about values; null if nobody listens. None of the three is owned.
+    /// `handler` is told about values; null if there is none. None of the three is owned.
     ValueIntake(EventHandler* handler, std::string_view const& name, SharedState shared)
         : m_handler(handler), m_name(name), m_shared(shared) {}
 
     /// Splits `value` at the option's tokenizer character, converts, checks and announces each
-    /// piece, and stores the occurrence with all of them; without a value it is stored alone.
+    /// piece, and stores the occurrence with all of them, or by itself when `value` is empty.
     /// args[0] is the argument that messages quote. kTaken with warnings, one a line, appended to
     /// `message`; or kValueRefused or kArgumentError with the text for the user there and nothing
     /// stored.
@@ -60,8 +60,8 @@ private:
     std::string_view const& m_name;
     SharedState m_shared;
 
-    // The values of an occurrence of several, their texts, and what validation says of one of them;
-    // members for the sake of their memory.
+    // The values of an occurrence with several, their texts, and what validation says about one of
+    // them; members, so that their memory is reused.
     std::vector<Value> m_values;
     std::string m_texts;
     std::string m_reason;

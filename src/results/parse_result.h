@@ -37,8 +37,8 @@ public:
     /// occurrence; without one a new entry is made under the primary name.
     void store(OptionDescription const& option, OptionData const& data) override;
 
-    /// Called when a parse into this result begins and when it ends: records that were seen before
-    /// may be gone, and others in their places.
+    /// Called when a parse into this result begins and when it ends: records seen before may be
+    /// gone, and others may have their addresses.
     void forgetRecords() { ++m_generation; }
 
     /// Gives every declaration that has a default an entry with that default, found like the entry
@@ -79,7 +79,7 @@ private:
         int lastPosition = 0;     // of all that is stored here
     };
 
-    /// A synonym that leads to an entry.
+    /// A synonym and the entry that it leads to.
     struct Alias {
         std::string_view name;
         std::uint32_t hash;
@@ -112,7 +112,7 @@ private:
     bool skipToNext(Entry const& entry);
 
     std::vector<Entry> m_entries;
-    std::uint64_t m_generation = 0;  // what was found in another one is not sure any more
+    std::uint64_t m_generation = 0;  // what was found in an earlier one may no longer hold
     std::vector<Known> m_known;  // a power of two; the lower bits of a record's number lead here
     internal::HashIndex m_keys;
     std::vector<Alias> m_aliases;

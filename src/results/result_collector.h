@@ -13,7 +13,7 @@ struct OptionData {
     std::span<Value> m_values;
 };
 
-/// Where recognizers put what they recognized.
+/// Receives what recognizers recognized.
 class IResultCollector {
 public:
     /// Stores one occurrence of `option`. Moves the values away; texts that are not the characters

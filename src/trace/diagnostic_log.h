@@ -7,8 +7,8 @@
 
 namespace varo_3_3::internal {
 
-// What a line is put together from is converted in a function of its own, off the way of a parse
-// that is not traced.
+// The parts of a line are converted in a separate function, out of the path of a parse that is not
+// traced.
 template <class... Parts>
 [[gnu::cold, gnu::noinline]] void writeTrace(Parts... parts) {
     writeLine({parts...});
@@ -17,8 +17,8 @@ template <class... Parts>
 template <class>
 using TextPart = std::string_view;
 
-/// Writes one line of the trace, put together from texts, while `isOn`. Otherwise this costs one
-/// branch, and nothing is put together.
+/// Writes one line of the trace, assembled from texts, if `isOn`. Otherwise this costs one branch
+/// and nothing is assembled.
 template <class... Parts>
 void traceWhile(bool const& isOn, Parts const&... parts) {
     if (isOn) [[unlikely]] {

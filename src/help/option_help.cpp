@@ -19,7 +19,7 @@ constexpr unsigned long kSectionWidth = 80;
 
 /// An entry in its section: by name, then in the order of the declarations.
 struct Entry {
-    std::uint64_t lead;  // of the name
+    std::uint64_t lead;  // of the name, see internal::leadOf
     OptionDescription const* option;
 
     bool operator<(Entry const& other) const {
@@ -37,7 +37,7 @@ void appendDashed(std::string& entry, std::string_view name, HelpStyle style) {
     entry += name;
 }
 
-/// The names, the last one first, so that the primary name stands next to the value.
+/// The names, the last one first, so that the primary name is next to the value.
 void appendNames(std::string& entry, OptionDescription const& option, HelpStyle style) {
     for (auto name = option.m_names.rbegin(); name != option.m_names.rend(); ++name) {
         appendDashed(entry, *name, style);
@@ -112,10 +112,11 @@ std::string topicList(ShownOptions const& actions) {
 
 std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions const& options,
                           HelpStyle style) {
-    constexpr std::size_t kUsualCaption = 80;  // with the blanks in front of further lines
+    constexpr std::size_t kUsualCaption = 80;  // with what fills up its first line
     std::vector<std::vector<Entry>> bySection(registry.sections().size());
     std::size_t expectedSize = 0;
     for (OptionDescription const* const option : options) {
+        // Each further line of at most 50 characters has 30 blanks before it, and ends early.
         expectedSize += option->m_description.size() * 7 / 4 + kUsualCaption;
         if (!option->m_isPositional) {
             bySection[registry.sectionNumber(option->m_section)].push_back(

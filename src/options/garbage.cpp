@@ -28,8 +28,8 @@ char const* Garbage::keep(char const* text) {
 }
 
 char const* Garbage::keep(std::string_view text) {
-    constexpr std::size_t kFirstChunk = 256;
-    constexpr std::size_t kLargestChunk = 65536;
+    constexpr std::size_t kFirstChunk = 256;      // all texts of an ordinary parse
+    constexpr std::size_t kLargestChunk = 65536;  // from here on allocating costs next to nothing
     std::size_t const size = text.size() + 1;
     char* place = m_free;
     if (size <= m_freeSize) {
@@ -53,7 +53,7 @@ char const* Garbage::keep(std::string_view text) {
 }
 
 char const* Garbage::adopt(std::string text) {
-    constexpr std::size_t kLong = 64;
+    constexpr std::size_t kLong = 64;  // a chunk has room for shorter ones, which may be shared
     if (text.size() < kLong) {
         return init(text);
     }

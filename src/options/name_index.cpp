@@ -15,9 +15,9 @@ constexpr std::string_view kNegation = "no-";
 }  // namespace
 
 void NameIndex::reserveMore(OptionDescription const& record, std::size_t names, std::size_t tags) {
-    std::size_t const forms = record.m_type == mosaic2::vtBool ? 2 : 1;
-    std::size_t const keys = names * forms * (1 + tags);
-    internal::reserveMore(m_keys, keys, 32);
+    std::size_t const spellings = record.m_type == mosaic2::vtBool ? 2 : 1;
+    std::size_t const keys = names * spellings * (1 + tags);
+    internal::reserveMore(m_keys, keys, 32);  // a small tool's names, in one allocation
     m_heads.reserveMore(keys);
 }
 
@@ -28,31 +28,31 @@ void NameIndex::addRecord(OptionDescription const& record) noexcept {
 }
 
 void NameIndex::addName(OptionDescription const& record, std::size_t name) noexcept {
-    forEachForm(record, name, [&](Key key) {
-        file(key);
+    forEachSpelling(record, name, [&](Key key) {
+        insert(key);
         for (std::string const& tag : record.m_tags) {
             key.tag = &tag;
-            file(key);
+            insert(key);
         }
     });
 }
 
 void NameIndex::addTag(OptionDescription const& record, std::string const& tag) noexcept {
     for (std::size_t name = 0; name < record.m_names.size(); ++name) {
-        forEachForm(record, name, [&](Key key) {
+        forEachSpelling(record, name, [&](Key key) {
             key.tag = &tag;
-            file(key);
+            insert(key);
         });
     }
 }
 
 void NameIndex::removeRecord(OptionDescription const& record) noexcept {
     for (std::size_t name = 0; name < record.m_names.size(); ++name) {
-        forEachForm(record, name, [&](Key key) {
-            unfile(key);
+        forEachSpelling(record, name, [&](Key key) {
+            remove(key);
             for (std::string const& tag : record.m_tags) {
                 key.tag = &tag;
-                unfile(key);
+                remove(key);
             }
         });
     }
@@ -178,6 +178,8 @@ std::uint32_t NameIndex::hashOf(std::string_view prefix, std::string_view name,
                                 std::string const* tag) {
     std::uint32_t const hash =
         prefix.empty() ? internal::TextHash::of(name) : internal::TextHash::of(prefix, name);
+    // Weighted, so that a name and a tag may not change places; an empty tag is not the same as
+    // none.
     return tag == nullptr ? hash : hash * 31 + internal::TextHash::of(*tag) + 1;
 }
 
@@ -244,7 +246,8 @@ std::uint32_t NameIndex::findHead(Key const& wanted) const {
 
 /// Calls `take` with a key, without a tag, for the name and for its negation if it has one.
 template <class Take>
-void NameIndex::forEachForm(OptionDescription const& record, std::size_t name, Take take) const {
+void NameIndex::forEachSpelling(OptionDescription const& record, std::size_t name,
+                                Take take) const {
     Key key{record.m_index, static_cast<std::uint32_t>(name), 0, nullptr, kNone, kNone, 0};
     take(key);
     if (record.m_type == mosaic2::vtBool) {
@@ -253,7 +256,7 @@ void NameIndex::forEachForm(OptionDescription const& record, std::size_t name, T
     }
 }
 
-void NameIndex::file(Key key) noexcept {
+void NameIndex::insert(Key key) noexcept {
     key.hash = hashOf(prefixOf(key), nameOf(key), key.tag);
     std::uint32_t number = m_freeKey;
     if (number != kNone) {
@@ -262,7 +265,7 @@ void NameIndex::file(Key key) noexcept {
         number = static_cast<std::uint32_t>(m_keys.size());
         m_keys.push_back(key);
     }
-    key.last = number;
+    key.tail = number;
     m_keys[number] = key;
     m_isSorted = false;
 
@@ -279,24 +282,24 @@ void NameIndex::link(std::uint32_t head, std::uint32_t number) noexcept {
     Key& key = m_keys[number];
     if (isEarlier(key, m_keys[head])) {
         key.next = head;
-        key.last = m_keys[head].last;
+        key.tail = m_keys[head].tail;
         m_heads.replace(key.hash, head, number);
         return;
     }
-    std::uint32_t before = m_keys[head].last;
+    std::uint32_t before = m_keys[head].tail;
     if (isEarlier(key, m_keys[before])) {
         before = head;
         while (!isEarlier(key, m_keys[m_keys[before].next])) {
             before = m_keys[before].next;
         }
     } else {
-        m_keys[head].last = number;
+        m_keys[head].tail = number;
     }
     key.next = m_keys[before].next;
     m_keys[before].next = number;
 }
 
-void NameIndex::unfile(Key wanted) noexcept {
+void NameIndex::remove(Key wanted) noexcept {
     wanted.hash = hashOf(prefixOf(wanted), nameOf(wanted), wanted.tag);
     std::uint32_t const head = findHead(wanted);
     std::uint32_t before = kNone;
@@ -308,9 +311,9 @@ void NameIndex::unfile(Key wanted) noexcept {
     std::uint32_t const next = m_keys[number].next;
     if (before != kNone) {
         m_keys[before].next = next;
-        m_keys[head].last = next == kNone ? before : m_keys[head].last;
+        m_keys[head].tail = next == kNone ? before : m_keys[head].tail;
     } else if (next != kNone) {
-        m_keys[next].last = m_keys[head].last;
+        m_keys[next].tail = m_keys[head].tail;
         m_heads.replace(wanted.hash, head, next);
     } else {
         m_heads.erase(wanted.hash, number);

@@ -87,7 +87,7 @@ private:
         std::uint32_t isNegated : 1;  // means "no-" + name
         std::string const* tag;       // null: without a tag
         std::uint32_t next;           // in the chain
-        std::uint32_t last;           // of the chain; kept in its head
+        std::uint32_t tail;           // of the chain; kept in its head
         std::uint32_t hash;
     };
 
@@ -111,10 +111,10 @@ private:
     std::uint32_t findHead(Key const& wanted) const;
 
     template <class Take>
-    void forEachForm(OptionDescription const& record, std::size_t name, Take take) const;
-    void file(Key key) noexcept;
+    void forEachSpelling(OptionDescription const& record, std::size_t name, Take take) const;
+    void insert(Key key) noexcept;
     void link(std::uint32_t head, std::uint32_t number) noexcept;
-    void unfile(Key wanted) noexcept;
+    void remove(Key wanted) noexcept;
     void sortHeads();
 
     OptionRecords const& m_records;

@@ -50,7 +50,7 @@ bool readInteger(std::string_view text, mosaic2::variant_t& result) {
 }
 
 /// Tells what std::from_chars reports alike: whether a number out of range is too small, not too
-/// large. True when the first digit other than 0 stands behind the decimal point in the end.
+/// large. True when the first digit other than 0 is after the decimal point in the end.
 bool isTooSmall(std::string_view number) {
     std::size_t const exponentAt = std::min(number.find_first_of("eE"), number.size());
     std::string_view const digits = number.substr(0, exponentAt);

@@ -43,7 +43,7 @@ bool BasicParser::onOptionParse(char const* name) {
 
 bool BasicParser::onValueParse(char const* name, Value const& value) {
     char const* const held = m_garbage.init(name);
-    // What a user typed is not searched for among the texts: an enemy could make that slow.
+    // What a user typed is not searched for among the texts: an attacker could make that slow.
     Value const heldValue(m_garbage.keep(value.text()), value.value(), value.position());
     bool isAccepted = true;
     visitHandlers([&](EventHandler& handler) {

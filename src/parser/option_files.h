@@ -51,6 +51,7 @@ public:
     bool loadNext(std::string& text, std::string& error);
 
 private:
+    // Far more than people write: they end a parse whose files name ever more files.
     static constexpr std::size_t kMostFiles = 1000;
     static constexpr std::size_t kMostBytes = std::size_t{256} << 20;
     static constexpr std::size_t kCommandLine = ~std::size_t{0};

@@ -50,7 +50,7 @@ IArgumentParser* chooseRecognizer(std::initializer_list<IArgumentParser*> recogn
                                   ArgumentList& args, RegisteredOptionStorage& options,
                                   std::string& reason) {
     IArgumentParser* best = nullptr;
-    int bestPriority = -99999999;
+    int bestPriority = -99999999;  // below every recognizer's
     for (IArgumentParser* const recognizer : recognizers) {
         if (recognizer->recognize(args, options, reason) != kTaken) {
             continue;
@@ -141,7 +141,7 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
     PositionalOptionsParser positional(listener(), &m_garbage, m_flags);
     AbbreviationParser abbreviation(listener(), &m_garbage, m_flags, session.whiteSpace);
     std::string message;
-    std::string reason;  // why a recognizer does not take an argument; unused
+    std::string reason;  // why a recognizer does not take an argument, which nothing reads
     while (!args.empty() && args[0] != kEndMarker) {
         IArgumentParser* const recognizer =
             chooseRecognizer({&positional, &abbreviation}, args, m_registry, reason);
@@ -176,7 +176,7 @@ int BasicParser::takeUnclaimed(ArgumentList& args, std::string& error) {
     return kSuccess;
 }
 
-/// Stores what stands after the end marker as plain arguments.
+/// Stores what follows the end marker as plain arguments.
 int BasicParser::collectNonparsingArguments(ArgumentList& args, ParseSession& session) {
     if (args.empty()) {
         return kSuccess;

@@ -106,7 +106,7 @@ public:
 
     /// Makes room for `count` more items. On std::bad_alloc nothing has changed.
     void reserveMore(std::size_t count) {
-        std::size_t const needed = 2 * (m_used + count);
+        std::size_t const needed = 2 * (m_used + count);  // half full: 1.5 steps a search
         if (needed > m_slots.size()) {
             grow(needed);
         }
@@ -159,7 +159,7 @@ private:
     }
 
     void grow(std::size_t needed) {
-        std::size_t size = 64;
+        std::size_t size = 64;  // half a kilobyte: no growth before the 33rd item
         while (size < needed) {
             size *= 2;
         }

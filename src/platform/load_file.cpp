@@ -57,7 +57,7 @@ file_t::~file_t() {
 }
 
 bool file_t::load_file(std::string& text, std::size_t limit) const {
-    constexpr std::size_t kSmallestPiece = 4096;
+    constexpr std::size_t kSmallestPiece = 4096;  // what /proc gives at once, without a size
     std::size_t const start = text.size();
     std::size_t end = start;
     // A byte more than the file reports shows its end without growing the text once more.

@@ -7,7 +7,7 @@
 /// The standard exceptions that the library throws itself, through the functions that libstdc++'s
 /// own headers call: each class thrown by name would add four symbols that the loader looks up
 /// whenever a program starts. These functions belong to libstdc++'s binary interface, not to its
-/// documented one; no other file names them.
+/// documented one: another standard library breaks this file, and no other.
 namespace varo_3_3::internal {
 
 [[noreturn]] inline void throwBadAlloc() {

@@ -15,7 +15,7 @@ public:
     result_t parse(ArgumentList& args, IResultCollector* collector,
                    RegisteredOptionStorage& options, unsigned long& optionIndex,
                    std::string& message) override;
-    int getPriority() override { return -100; }
+    int getPriority() override { return -100; }  // below that of dashed options
 };
 
 }  // namespace varo_3_3

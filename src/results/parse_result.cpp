@@ -242,7 +242,7 @@ bool ParseResult::isDefaultAlone(Entry const& entry) {
     return entry.hasDefault && entry.items.empty();
 }
 
-/// The number of the first item whose occurrence has from <= position < to; that behind the last if
+/// The number of the first item whose occurrence has from <= position < to; their count if
 /// none has.
 std::size_t ParseResult::findItem(Entry const& entry, int from, int to) {
     auto const& items = entry.items;

@@ -14,7 +14,7 @@ if(VARO_FUZZ)
     target_compile_options(varo_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
 
-# The library itself is hardened; scripts/check-hardening looks for each of these in what was built.
+# The library itself is hardened; scripts/check-library looks for each of these in what was built.
 # FORTIFY needs an optimised build and hides errors from the sanitizers, which find them anyway.
 add_library(varo_hardening INTERFACE)
 # The standard library's own checks are left out of a release on the way of the arguments, where they

@@ -18,6 +18,9 @@ namespace varo_3_3 {
 /// Separates options from plain arguments.
 inline constexpr std::string_view kEndMarker = "--";
 
+/// As the first of a list of arguments, switches the trace on.
+inline constexpr std::string_view kLogSwitch = "varooption=varologenable=1";
+
 // Texts of failures that come without one.
 inline constexpr char const* kUnidentifiedProblemText = "Unidentified problem detected.";
 inline constexpr char const* kHelpFailedText = "Unknown error handled.";

@@ -1,13 +1,11 @@
 #include <algorithm>
 #include <exception>
-#include <initializer_list>
 #include <optional>
 
 #include "parser/basic_parser.h"
 #include "platform/join.h"
-#include "recognizers/abbreviation_parser.h"
-#include "recognizers/positional_parser.h"
 #include "recognizers/positions.h"
+#include "recognizers/recognizers.h"
 #include "trace/diagnostic_log.h"
 
 namespace varo_3_3 {
@@ -15,8 +13,6 @@ namespace varo_3_3 {
 using internal::varoLog;
 
 namespace {
-
-constexpr std::string_view kLogSwitch = "varooption=varologenable=1";
 
 /// The result that one parse call fills: the host's, or, when there is none, one that is thrown
 /// away. While it lives, replaced records stay alive, since the call may still hold them, and
@@ -43,26 +39,6 @@ private:
     ParseResult& m_result;
     RegisteredOptionStorage& m_registry;
 };
-
-/// The recognizer with the highest priority among those that take args[0]; null if none does. All
-/// are asked, in this order.
-IArgumentParser* chooseRecognizer(std::initializer_list<IArgumentParser*> recognizers,
-                                  ArgumentList& args, RegisteredOptionStorage& options,
-                                  std::string& reason) {
-    IArgumentParser* best = nullptr;
-    int bestPriority = -99999999;  // below every recognizer's
-    for (IArgumentParser* const recognizer : recognizers) {
-        if (recognizer->recognize(args, options, reason) != kTaken) {
-            continue;
-        }
-        int const priority = recognizer->getPriority();
-        if (priority > bestPriority) {
-            best = recognizer;
-            bestPriority = priority;
-        }
-    }
-    return best;
-}
 
 int takePosition() {
     return internal::takePosition(IArgumentParser::m_idx);
@@ -138,13 +114,11 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
         internal::varoLogEnabled = true;
         args.eraseFront();
     }
-    PositionalOptionsParser positional(listener(), &m_garbage, m_flags);
-    AbbreviationParser abbreviation(listener(), &m_garbage, m_flags, session.whiteSpace);
+    Recognizers recognizers(listener(), &m_garbage, m_flags, session.whiteSpace);
     std::string message;
     std::string reason;  // why a recognizer does not take an argument, which nothing reads
     while (!args.empty() && args[0] != kEndMarker) {
-        IArgumentParser* const recognizer =
-            chooseRecognizer({&positional, &abbreviation}, args, m_registry, reason);
+        IArgumentParser* const recognizer = recognizers.choose(args, m_registry, reason);
         if (recognizer == nullptr) {
             if (takeUnclaimed(args, session.error) != kSuccess) {
                 return kParseError;

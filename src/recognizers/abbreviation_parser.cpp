@@ -46,6 +46,7 @@ result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collect
                                    RegisteredOptionStorage& options, unsigned long& optionIndex,
                                    std::string& message) {
     optionIndex = m_optionIndex;
+    m_next = Next::kNotNeeded;
     trace(": parsing argument '", args[0], "'");
     auto const& [argument, typedName, value, hasSeparator] = split(args[0]);
     if (!m_candidates.empty()) {
@@ -89,10 +90,9 @@ result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* co
                                    "'--no-option'",
                                    formatTokenMessage(args[0])}));
     }
-    bool const takesNext = value.empty() && !isBool && !takesNoValue;
     if (isBool) {
         value = m_isNegated ? "0" : "1";
-    } else if (takesNext) {
+    } else if (value.empty() && !takesNoValue) {
         result_t const result = takeNextAsValue(args, option, value, message);
         if (result != kTaken) {
             return result;
@@ -107,7 +107,7 @@ result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* co
         return result;
     }
     removeFront(args);
-    if (takesNext) {
+    if (m_next == Next::kTaken) {
         removeFront(args);
     }
     return kTaken;
@@ -117,6 +117,7 @@ result_t AbbreviationParser::takeNextAsValue(ArgumentList const& args,
                                              OptionDescription const& option,
                                              std::string_view& value, std::string& message) {
     trace(": no value in the same argument, looking next");
+    m_next = Next::kMissing;
     if (!args.hasSecond()) {
         return fail(message, join({"Option '", option.firstName(), "' requires a value",
                                    formatTokenMessage(args[0])}));
@@ -129,6 +130,7 @@ result_t AbbreviationParser::takeNextAsValue(ArgumentList const& args,
                   "or make sure that value is not missed"}));
     }
     value = args[1];
+    m_next = Next::kTaken;
     trace(": got value from the next argument: '", value, "'");
     return kTaken;
 }

@@ -22,6 +22,17 @@ public:
                    std::string& message) override;
     int getPriority() override { return -10; }
 
+    /// What the last parse() needed of the argument after args[0].
+    enum class Next {
+        kNotNeeded,
+        kMissing,  ///< a value, but there is none or it looks like an option
+        kTaken     ///< a value, right or wrong
+    };
+    Next next() const { return m_next; }
+
+    /// Whether the name that the last recognize() matched is a boolean's that begins with "no-".
+    bool isNegated() const { return m_isNegated; }
+
 private:
     static constexpr unsigned long kNoOption = ~0UL;
 
@@ -48,6 +59,7 @@ private:
     unsigned long m_optionIndex = kNoOption;  // of the option that the last recognize found
     std::string m_candidates;                 // of an ambiguous name: 'a', 'b'
     bool m_isNegated = false;                 // the matched name of a boolean begins with "no-"
+    Next m_next = Next::kNotNeeded;
 };
 
 }  // namespace varo_3_3

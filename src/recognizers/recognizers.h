@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+
+#include "recognizers/abbreviation_parser.h"
+#include "recognizers/positional_parser.h"
+
+namespace varo_3_3 {
+
+/// The recognizers of one list of arguments, and the choice between them.
+struct Recognizers {
+    /// As their constructors.
+    Recognizers(EventHandler* handler, Garbage* garbage, int flags,
+                internal::WhiteSpace& whiteSpace,
+                SharedState shared = IArgumentParser::process())
+        : positional(handler, garbage, flags, shared),
+          abbreviation(handler, garbage, flags, whiteSpace, shared) {}
+
+    /// The recognizer with the highest priority among those that take args[0]; null if none does.
+    /// All are asked, the positional one first. `reason` may be set to why one does not.
+    IArgumentParser* choose(ArgumentList& args, RegisteredOptionStorage& options,
+                            std::string& reason) {
+        IArgumentParser* best = nullptr;
+        int bestPriority = -99999999;
+        for (IArgumentParser* const recognizer :
+             {static_cast<IArgumentParser*>(&positional),
+              static_cast<IArgumentParser*>(&abbreviation)}) {
+            if (recognizer->recognize(args, options, reason) == kTaken &&
+                recognizer->getPriority() > bestPriority) {
+                best = recognizer;
+                bestPriority = recognizer->getPriority();
+            }
+        }
+        return best;
+    }
+
+    PositionalOptionsParser positional;
+    AbbreviationParser abbreviation;
+};
+
+}  // namespace varo_3_3

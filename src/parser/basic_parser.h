@@ -64,11 +64,15 @@ public:
 
     void setLastError(std::string const& text);
 
+    /// What is wrong with an argument that no recognizer takes, where that is an error.
+    static std::string unknownText(std::string_view argument);
+
     /// Whether one of the allowed groups has all of `actions`. Without a group nothing is allowed.
     bool assertActionsCanBeUsedSimultaneously(std::set<std::string> const& actions) const;
 
     // What the functions beside the interface see.
     using HeldViews = std::unique_ptr<DeclarationViews, void (*)(DeclarationViews*) noexcept>;
+    RegisteredOptionStorage& registry() { return m_registry; }
     RegisteredOptionStorage const& registry() const { return m_registry; }
     Garbage& texts() { return m_garbage; }
     int flags() const { return m_flags; }

@@ -27,6 +27,23 @@ bool OptionLines::next(std::string_view& argument) {
     return false;
 }
 
+/// Counts from the line of the last answer, so that all answers together read the text once.
+std::size_t OptionLines::numberOf(std::string_view argument, std::size_t /*taken*/) {
+    char const* const begin = argument.data();
+    auto const [first, last] = std::minmax(m_counted, begin);
+    auto const lines = static_cast<std::size_t>(std::count(first, last, '\n'));
+    m_line = m_counted <= begin ? m_line + lines : m_line - lines;
+    m_counted = begin;
+    return m_line;
+}
+
+void OptionFiles::readFrom(ArgumentList const& args, ArgumentSource const& source) {
+    m_args = &args;
+    if (m_current == kCommandLine) {
+        m_label = source.label();
+    }
+}
+
 void OptionFiles::store(OptionDescription const& option, OptionData const& data) {
     if (!namesFiles(option)) {
         m_result.store(option, data);
@@ -38,7 +55,7 @@ void OptionFiles::store(OptionDescription const& option, OptionData const& data)
         char const* const name = data.m_values[at].as<char const*>();
         isAtEnd = name == nullptr;
         if (name != nullptr) {
-            named.push_back({name, m_current});
+            named.push_back({name, m_current, m_args->numberOf(0)});
         }
     }
     internal::reserveMore(m_files, named.size());
@@ -57,11 +74,13 @@ bool OptionFiles::namesFiles(OptionDescription const& option) {
 void OptionFiles::noteDefault() {
     char const* const name = m_result.defaultOf(kOptionFileName).as<char const*>();
     if (!m_isGiven && name != nullptr) {
-        m_files.push_back({name, kCommandLine});
+        m_files.push_back({name, kCommandLine, 0});
     }
 }
 
-bool OptionFiles::loadNext(std::string& text, std::string& error) {
+bool OptionFiles::loadNext(std::string_view& content, std::string& error) {
+    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+    std::string& text = m_texts.emplace_front();
     m_current = m_next++;
     File& wanted = m_files[m_current];
     wanted.identity = BRIX::file_t::identify(wanted.name.c_str());
@@ -74,13 +93,16 @@ bool OptionFiles::loadNext(std::string& text, std::string& error) {
         return false;
     }
     m_bytesLeft -= text.size();
+    content = text;
+    if (content.starts_with(kByteOrderMark)) {
+        content.remove_prefix(kByteOrderMark.size());
+    }
     return true;
 }
 
 bool OptionFiles::load(File& wanted, std::string& text) const {
     BRIX::file_t const file(wanted.name.c_str());
     wanted.identity = file.identity();
-    text.clear();
     return file && file.load_file(text, m_bytesLeft) && text.find('\0') == std::string::npos;
 }
 
@@ -93,17 +115,30 @@ bool OptionFiles::isInsideItself(std::size_t number) const {
     return outer != kCommandLine;
 }
 
-int BasicParser::expandOptionFiles(ParseSession& session) {
-    constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-    session.files.noteDefault();
-    std::string text;
-    while (session.files.hasNext()) {
-        if (!session.files.loadNext(text, session.error)) {
-            return kOptionFileUnreadable;
+std::string OptionFiles::originOf(std::size_t file, std::size_t number) const {
+    std::string origin;
+    for (; file != kCommandLine; number = m_files[file].number, file = m_files[file].namedIn) {
+        origin += origin.empty() ? "" : ", from ";
+        origin += m_files[file].name;
+        if (number != 0) {
+            origin += ':';
+            origin += std::to_string(number);
         }
-        std::string_view content = text;
-        if (content.starts_with(kByteOrderMark)) {
-            content.remove_prefix(kByteOrderMark.size());
+    }
+    if (number != 0) {
+        origin += origin.empty() ? "" : ", from ";
+        origin += m_label;
+        origin += std::to_string(number);
+    }
+    return origin;
+}
+
+int BasicParser::expandOptionFiles(ParseSession& session) {
+    session.files.noteDefault();
+    std::string_view content;
+    while (session.files.hasNext()) {
+        if (!session.files.loadNext(content, session.error)) {
+            return kOptionFileUnreadable;
         }
         OptionLines lines(content, session.whiteSpace);
         int const code = parseList(lines, session);

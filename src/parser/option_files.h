@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <forward_list>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -21,13 +22,17 @@ class OptionLines final : public ArgumentSource {
 public:
     /// `text` and `whiteSpace` outlive this object.
     OptionLines(std::string_view text, internal::WhiteSpace& whiteSpace)
-        : m_rest(text), m_whiteSpace(whiteSpace) {}
+        : m_rest(text), m_whiteSpace(whiteSpace), m_counted(text.data()) {}
 
     bool next(std::string_view& argument) override;
+    std::size_t numberOf(std::string_view argument, std::size_t taken) override;
+    std::string_view label() const override { return "text:"; }
 
 private:
     std::string_view m_rest;
     internal::WhiteSpace& m_whiteSpace;
+    char const* m_counted;  // where numberOf() was last asked for, in this line:
+    std::size_t m_line = 1;
 };
 
 /// The option files of one parse. As the collector before the result, it notes the files that are
@@ -37,6 +42,13 @@ class OptionFiles final : public IResultCollector {
 public:
     explicit OptionFiles(ParseResult& result) : m_result(result) {}
 
+    /// Stands for the arguments of the parse itself where a file is asked for.
+    static constexpr std::size_t kCommandLine = ~std::size_t{0};
+
+    /// What is stored from now on is named in `args`, which are the parse's own or the last loaded
+    /// file's.
+    void readFrom(ArgumentList const& args, ArgumentSource const& source);
+
     void store(OptionDescription const& option, OptionData const& data) override;
 
     /// Notes the default of the option if it was not given. Called once, before the first load.
@@ -45,20 +57,34 @@ public:
     /// Whether there are files left to load.
     bool hasNext() const { return m_next < m_files.size(); }
 
-    /// Loads the next file into `text`; files noted from then on are named in it. False, with the
-    /// text for the user in `error`, when it cannot be read, names itself directly or through
-    /// others, or exceeds the limits of one parse.
-    bool loadNext(std::string& text, std::string& error);
+    /// Loads the next file, whose `content` lives as long as this object; files noted from then on
+    /// are named in it. False, with the text for the user in `error`, when it cannot be read, names
+    /// itself directly or through others, or exceeds the limits of one parse.
+    bool loadNext(std::string_view& content, std::string& error);
+
+    /// The file that was loaded, or could not be loaded, last; before that kCommandLine.
+    std::size_t current() const { return m_current; }
+
+    std::string const& nameOf(std::size_t file) const { return m_files[file].name; }
+
+    /// Where something stands, by file and line, or argument: "common.options:3, from
+    /// weekly.options:5, from argument 2". Without the line when that is 0.
+    std::string originOf(std::size_t file, std::size_t number) const;
+
+    /// Where a file is named, in the same form.
+    std::string whereNamed(std::size_t file) const {
+        return originOf(m_files[file].namedIn, m_files[file].number);
+    }
 
 private:
     // Far more than people write: they end a parse whose files name ever more files.
     static constexpr std::size_t kMostFiles = 1000;
     static constexpr std::size_t kMostBytes = std::size_t{256} << 20;
-    static constexpr std::size_t kCommandLine = ~std::size_t{0};
 
     struct File {
         std::string name;
         std::size_t namedIn;  // number of a file, or kCommandLine
+        std::size_t number;   // of the line or argument there; 0 for a default
         BRIX::file_t::identity_t identity{};
     };
 
@@ -67,7 +93,10 @@ private:
     bool isInsideItself(std::size_t number) const;
 
     ParseResult& m_result;
+    ArgumentList const* m_args = nullptr;
+    std::string_view m_label;  // what numbers on the command line belong to
     std::vector<File> m_files;
+    std::forward_list<std::string> m_texts;  // the last one in front
     std::size_t m_next = 0;
     std::size_t m_current = kCommandLine;
     std::size_t m_bytesLeft = kMostBytes;

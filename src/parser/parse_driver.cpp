@@ -104,6 +104,7 @@ IResultCollector* BasicParser::collectorOf(ParseSession& session) const {
 
 int BasicParser::parseList(ArgumentSource& source, ParseSession& session) {
     ArgumentList args(source);
+    session.files.readFrom(args, source);
     int const code = parse_phase_one(args, session);
     return code == kSuccess ? collectNonparsingArguments(args, session) : code;
 }
@@ -142,12 +143,16 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
 int BasicParser::takeUnclaimed(ArgumentList& args, std::string& error) {
     bool const isVetoed = !m_handlers.empty() && !onUknownArgument(std::string(args[0]).c_str());
     if ((m_flags & kUnknownIsError) != 0 && !isVetoed) {
-        error = internal::join({"Unknown option: ", args[0]});
+        error = unknownText(args[0]);
         return kParseError;
     }
     varoLog("ignoring ", args[0]);
     args.eraseFront();
     return kSuccess;
+}
+
+std::string BasicParser::unknownText(std::string_view argument) {
+    return internal::join({"Unknown option: ", argument});
 }
 
 /// Stores what follows the end marker as plain arguments.

@@ -11,6 +11,13 @@ public:
     /// Sets `argument` to the next argument. False, with `argument` untouched, at the end.
     virtual bool next(std::string_view& argument) = 0;
 
+    /// The number of an argument that was taken, from 1 on: of a text, its line. `taken` counts the
+    /// arguments taken since, itself included. Nobody counts before this is asked.
+    virtual std::size_t numberOf(std::string_view argument, std::size_t taken) = 0;
+
+    /// What a number belongs to, in front of it: "argument ".
+    virtual std::string_view label() const = 0;
+
 protected:
     ~ArgumentSource() = default;
 };
@@ -30,6 +37,11 @@ public:
 
     /// Requires: `at` is 0 and the list is not empty, or `at` is 1 and it has a second argument.
     std::string_view operator[](std::size_t at) const { return m_window[at]; }
+
+    /// Where the argument that is now [at] stands in its source.
+    std::size_t numberOf(std::size_t at) const {
+        return m_source.numberOf(m_window[at], m_size - at);
+    }
 
     /// Requires: the list is not empty.
     void eraseFront() {
@@ -58,6 +70,10 @@ public:
         }
         return isLeft;
     }
+    std::size_t numberOf(std::string_view /*argument*/, std::size_t /*taken*/) override {
+        return 1;
+    }
+    std::string_view label() const override { return "argument "; }
 
 private:
     std::string_view m_argument;
@@ -69,7 +85,7 @@ class ArgumentVector final : public ArgumentSource {
 public:
     /// Requires: none of the `count` pointers is null.
     ArgumentVector(char const* const* arguments, std::size_t count)
-        : m_next(arguments), m_end(arguments + count) {}
+        : m_begin(arguments), m_next(arguments), m_end(arguments + count) {}
 
     bool next(std::string_view& argument) override {
         if (m_next == m_end) {
@@ -78,8 +94,13 @@ public:
         argument = *m_next++;
         return true;
     }
+    std::size_t numberOf(std::string_view /*argument*/, std::size_t taken) override {
+        return static_cast<std::size_t>(m_next - m_begin) - taken + 1;
+    }
+    std::string_view label() const override { return "argument "; }
 
 private:
+    char const* const* m_begin;
     char const* const* m_next;
     char const* const* m_end;
 };

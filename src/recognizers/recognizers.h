@@ -21,7 +21,7 @@ struct Recognizers {
     IArgumentParser* choose(ArgumentList& args, RegisteredOptionStorage& options,
                             std::string& reason) {
         IArgumentParser* best = nullptr;
-        int bestPriority = -99999999;
+        int bestPriority = -99999999;  // below every recognizer's
         for (IArgumentParser* const recognizer :
              {static_cast<IArgumentParser*>(&positional),
               static_cast<IArgumentParser*>(&abbreviation)}) {

@@ -11,8 +11,7 @@ namespace varo_3_3 {
 struct Recognizers {
     /// As their constructors.
     Recognizers(EventHandler* handler, Garbage* garbage, int flags,
-                internal::WhiteSpace& whiteSpace,
-                SharedState shared = IArgumentParser::process())
+                internal::WhiteSpace& whiteSpace, SharedState shared = IArgumentParser::process())
         : positional(handler, garbage, flags, shared),
           abbreviation(handler, garbage, flags, whiteSpace, shared) {}
 
@@ -21,10 +20,9 @@ struct Recognizers {
     IArgumentParser* choose(ArgumentList& args, RegisteredOptionStorage& options,
                             std::string& reason) {
         IArgumentParser* best = nullptr;
-        int bestPriority = -99999999;  // below every recognizer's
-        for (IArgumentParser* const recognizer :
-             {static_cast<IArgumentParser*>(&positional),
-              static_cast<IArgumentParser*>(&abbreviation)}) {
+        int bestPriority = -99999999;
+        for (IArgumentParser* const recognizer : {static_cast<IArgumentParser*>(&positional),
+                                                  static_cast<IArgumentParser*>(&abbreviation)}) {
             if (recognizer->recognize(args, options, reason) == kTaken &&
                 recognizer->getPriority() > bestPriority) {
                 best = recognizer;

@@ -28,29 +28,30 @@ TEST(Abbreviation, TakesValuesFromTheSameOrTheNextArgument) {
                "', but it seems to be an option. Use '-option=value' declaration form or make sure "
                "that value is not missed";
     };
-    check(parser, {{{"--outp", "x"}, 0, "", "output", "'x'"},
-                   {{"--output \t x y"}, 0, "", "output", "'x y'"},
-                   {{"--output a=b"}, 0, "", "output", "'a=b'"},
-                   {{"--output=a b"}, 0, "", "output", "'a b'"},
-                   {{"--output==", "-o=y"}, 0, "", "output", "'=' 'y'"},
-                   {{"--output=", "x"}, 0, "", "output", "'x'"},
-                   {{"--output", "\xE2\x80\x93x"}, 0, "", "output", "'\xE2\x80\x93x'"},
-                   // An empty text is an occurrence without a value, and is used up.
-                   {{"--output", ""}, 0, "", "output", "null"},
-                   {{"--num=-5"}, 0, "", "num", "s32 -5"},
-                   {{"--num", "-5"}, 2, seemsAnOption("num", "-5"), "num", "absent"},
-                   {{"-o", "-"}, 2, seemsAnOption("output", "-")},
-                   {{"-o", "--"}, 2, seemsAnOption("output", "--")},
-                   {{"--output"}, 2, "Option 'output' requires a value in argument: '--output'"},
-                   {{"-o="}, 2, "Option 'output' requires a value in argument: '-o='"},
-                   {{"--version"}, 0, "", "version", "null"},
-                   {{"--version="}, 0, "", "version", "null"},
-                   {{"--version=x"},
-                    2,
-                    "Option 'version'does not requires a value in argument: '--version=x'"},
-                   // Not the value of an option that takes none.
-                   {{"--version", "x"}, 2, unknown("x"), "version", "null"},
-                   {{"--debug", "x"}, 2, unknown("x"), "debug", "true"}});
+    check(parser,
+          {{{"--outp", "x"}, kSuccess, "", "output", "'x'"},
+           {{"--output \t x y"}, kSuccess, "", "output", "'x y'"},
+           {{"--output a=b"}, kSuccess, "", "output", "'a=b'"},
+           {{"--output=a b"}, kSuccess, "", "output", "'a b'"},
+           {{"--output==", "-o=y"}, kSuccess, "", "output", "'=' 'y'"},
+           {{"--output=", "x"}, kSuccess, "", "output", "'x'"},
+           {{"--output", "\xE2\x80\x93x"}, kSuccess, "", "output", "'\xE2\x80\x93x'"},
+           // An empty text is an occurrence without a value, and is used up.
+           {{"--output", ""}, kSuccess, "", "output", "null"},
+           {{"--num=-5"}, kSuccess, "", "num", "s32 -5"},
+           {{"--num", "-5"}, kParseError, seemsAnOption("num", "-5"), "num", "absent"},
+           {{"-o", "-"}, kParseError, seemsAnOption("output", "-")},
+           {{"-o", "--"}, kParseError, seemsAnOption("output", "--")},
+           {{"--output"}, kParseError, "Option 'output' requires a value in argument: '--output'"},
+           {{"-o="}, kParseError, "Option 'output' requires a value in argument: '-o='"},
+           {{"--version"}, kSuccess, "", "version", "null"},
+           {{"--version="}, kSuccess, "", "version", "null"},
+           {{"--version=x"},
+            2,
+            "Option 'version'does not requires a value in argument: '--version=x'"},
+           // Not the value of an option that takes none.
+           {{"--version", "x"}, kParseError, unknown("x"), "version", "null"},
+           {{"--debug", "x"}, kParseError, unknown("x"), "debug", "true"}});
 }
 
 TEST(Abbreviation, ReadsBooleansFromTheirNames) {
@@ -62,14 +63,14 @@ TEST(Abbreviation, ReadsBooleansFromTheirNames) {
                "'--no-option' in argument: '" +
                argument + "'";
     };
-    check(parser, {{{"--deb="}, 0, "", "debug", "true"},
-                   {{"-no-d", "-d"}, 0, "", "debug", "false true"},
-                   {{"--debug=1"}, 2, isBoolean("--debug=1"), "debug", "absent"},
-                   {{"--no-debug 0"}, 2, isBoolean("--no-debug 0")},
-                   {{"--no-version"}, 2, unknown("--no-version")},
+    check(parser, {{{"--deb="}, kSuccess, "", "debug", "true"},
+                   {{"-no-d", "-d"}, kSuccess, "", "debug", "false true"},
+                   {{"--debug=1"}, kParseError, isBoolean("--debug=1"), "debug", "absent"},
+                   {{"--no-debug 0"}, kParseError, isBoolean("--no-debug 0")},
+                   {{"--no-version"}, kParseError, unknown("--no-version")},
                    // The spelling decides, also for a name that is declared like that.
-                   {{"--no-x"}, 0, "", "no-x", "false"},
-                   {{"--no-no-x"}, 0, "", "no-x", "false"}});
+                   {{"--no-x"}, kSuccess, "", "no-x", "false"},
+                   {{"--no-no-x"}, kSuccess, "", "no-x", "false"}});
 
     varo::Result result = parser.createResult();
     parse(parser, result, {"--debug", "--no-verbose"});
@@ -82,11 +83,11 @@ TEST(Abbreviation, AcceptsOneOrTwoOfSixDashes) {
     varo::Parser const parser(varo::kUnknownIsError);
     declare(parser);
     for (std::string const& first : dashes) {
-        check(parser, {{{first + "output=x"}, 0, "", "output", "'x'"},
-                       {{first + "\u2014" + "output=x"}, 0, "", "output", "'x'"},
-                       {{first + "-o=x"}, 0, "", "output", "'x'"},
-                       {{first + "--o=x"}, 2, unknown(first + "--o=x")},
-                       {{first}, 2, unknown(first)}});
+        check(parser, {{{first + "output=x"}, kSuccess, "", "output", "'x'"},
+                       {{first + "\u2014" + "output=x"}, kSuccess, "", "output", "'x'"},
+                       {{first + "-o=x"}, kSuccess, "", "output", "'x'"},
+                       {{first + "--o=x"}, kParseError, unknown(first + "--o=x")},
+                       {{first}, kParseError, unknown(first)}});
     }
 }
 
@@ -94,13 +95,13 @@ TEST(Abbreviation, LeavesWhatNamesNoOption) {
     varo::Parser const parser(varo::kUnknownIsError);
     declare(parser);
     parser->option("-dashed", "", vtBool, "");
-    std::vector<Case> cases{{{"---dashed"}, 2, "Unknown option '-dashed'"}};
+    std::vector<Case> cases{{{"---dashed"}, kParseError, "Unknown option '-dashed'"}};
     // The last ones look like dashes or white space but are ordinary characters, or cut off.
     for (std::string const argument :
          {"", "-", "output", "o-x", "--=x", "-=x", "-- x", "--Output=x", "--outputs=x",
           "\u2013\u2013", "\u2212o=x", "\u2010o=x", "\u00ADo=x", "\uFF0Do=x", "\xE2\x80",
           "\xE2\x80o", "-\xE2", "-o\xA0x", "-o\xC2\xA0x"}) {
-        cases.push_back({{argument, "--debug"}, 2, unknown(argument), "debug", "absent"});
+        cases.push_back({{argument, "--debug"}, kParseError, unknown(argument), "debug", "absent"});
     }
     check(parser, cases);
 }
@@ -113,9 +114,9 @@ TEST(Abbreviation, WhiteSpaceFollowsTheGlobalLocale) {
     declare(parser);
     {
         GlobalFacet const facet(new std::ctype<char>(table));
-        check(parser, {{{"--output_x"}, 0, "", "output", "'x'"}});
+        check(parser, {{{"--output_x"}, kSuccess, "", "output", "'x'"}});
     }
-    check(parser, {{{"--output_x"}, 2, unknown("--output_x")}});
+    check(parser, {{{"--output_x"}, kParseError, unknown("--output_x")}});
 }
 
 TEST(Abbreviation, AnyDeclaredNameIsHarmless) {
@@ -128,12 +129,12 @@ TEST(Abbreviation, AnyDeclaredNameIsHarmless) {
         EXPECT_NE(std::string(parser->getDescription(name.c_str(), false)).find("text"),
                   std::string::npos);
     }
-    check(parser, {{{"--a"}, 0, "", "a=b", "true"},
-                   {{"--c"}, 0, "", "c d", "true"},
-                   {{"--no-"}, 0, "", "", "false"},
-                   {{"--" + huge}, 0, "", huge.c_str(), "true"},
-                   {{"--h" + huge}, 0, "", huge.c_str(), "absent"},
-                   {{"-\xff"}, 0, "", "\xff\x01", "true"}});
+    check(parser, {{{"--a"}, kSuccess, "", "a=b", "true"},
+                   {{"--c"}, kSuccess, "", "c d", "true"},
+                   {{"--no-"}, kSuccess, "", "", "false"},
+                   {{"--" + huge}, kSuccess, "", huge.c_str(), "true"},
+                   {{"--h" + huge}, kSuccess, "", huge.c_str(), "absent"},
+                   {{"-\xff"}, kSuccess, "", "\xff\x01", "true"}});
 }
 
 }  // namespace

@@ -72,10 +72,11 @@ void expectConversions() {
         for (std::string const& row : type.read) {
             std::size_t const arrow = row.find(" -> ");
             cases.push_back(
-                {{row.substr(0, arrow)}, 0, "", "x", type.shown + row.substr(arrow + 4)});
+                {{row.substr(0, arrow)}, kSuccess, "", "x", type.shown + row.substr(arrow + 4)});
         }
         for (std::string const& text : type.refused) {
-            cases.push_back({{text}, 2, cannotParse(text, "x", text, type.name), "x", "absent"});
+            cases.push_back(
+                {{text}, kParseError, cannotParse(text, "x", text, type.name), "x", "absent"});
         }
         SCOPED_TRACE(type.name);
         check(parser, cases);

@@ -5,6 +5,7 @@
 namespace {
 
 using namespace mosaic2;
+using namespace varo;
 using namespace varo_test;
 
 TEST(Driver, EmptyCommandLineAppliesDefaultsOnly) {
@@ -12,29 +13,29 @@ TEST(Driver, EmptyCommandLineAppliesDefaultsOnly) {
     parser->option("level", "", vtS32, "")->defaultValue(3);
     for (int const count : {1, 0, -1, INT_MIN}) {
         varo::Result result = parser.createResult();
-        EXPECT_EQ(parse(parser, result, {"--typo"}), 2);
+        EXPECT_EQ(parse(parser, result, {"--typo"}), kParseError);
         EXPECT_STREQ(parser.error(), "Unknown option: --typo");
         result = parser.createResult();
-        EXPECT_EQ(parser.parse(count, nullptr, result), 0);
+        EXPECT_EQ(parser.parse(count, nullptr, result), kSuccess);
         EXPECT_EQ(contents(result, "level"), "default s32 3");
         EXPECT_STREQ(parser.error(), "");
     }
 }
 
 TEST(Driver, NullPointersAreRefused) {
-    EXPECT_EQ(varo::createParser(nullptr, 0), varo::kUnusableArguments);
+    EXPECT_EQ(varo::createParser(nullptr, 0), kUnusableArguments);
     varo::Parser const parser;
     parser->option("level", "", vtS32, "")->defaultValue(3);
-    EXPECT_EQ(parser->createResult(nullptr), varo::kUnusableArguments);
+    EXPECT_EQ(parser->createResult(nullptr), kUnusableArguments);
     char const* const argv[] = {"tool", "--level=1", nullptr};
     varo::Result result = parser.createResult();
-    EXPECT_EQ(parser.parse(3, argv, result), varo::kUnusableArguments);
+    EXPECT_EQ(parser.parse(3, argv, result), kUnusableArguments);
     EXPECT_EQ(contents(result, "level"), "default s32 3");
-    EXPECT_EQ(parser.parse(2, argv + 1, result), varo::kUnusableArguments);
-    EXPECT_EQ(parser.parse(2, argv, result), 0);
+    EXPECT_EQ(parser.parse(2, argv + 1, result), kUnusableArguments);
+    EXPECT_EQ(parser.parse(2, argv, result), kSuccess);
     EXPECT_EQ(contents(result, "level"), "s32 1");
     char const* const nameless[] = {nullptr, "--level=2"};
-    EXPECT_EQ(parser.parse(2, nameless, result), 0);
+    EXPECT_EQ(parser.parse(2, nameless, result), kSuccess);
     EXPECT_EQ(contents(result, "level"), "s32 1 s32 2");
 }
 
@@ -44,30 +45,36 @@ TEST(Driver, UnknownArgumentsAreDroppedOrAnError) {
     for (varo::Parser const* parser : {&strict, &lenient}) {
         (*parser)->option("level", "", vtS32, "");
     }
-    check(
-        strict,
-        {{{"--level=1", "--typo=x", "--level=2"}, 2, "Unknown option: --typo=x", "level", "s32 1"},
-         {{"varooption=varologenable=0"}, 2, "Unknown option: varooption=varologenable=0"},
-         {{"--level=1"}, 0, "", "level", "s32 1"}});
-    check(lenient, {{{"--typo=x", "", "word", "--level=2"}, 0, "", "level", "s32 2"}});
+    check(strict, {{{"--level=1", "--typo=x", "--level=2"},
+                    kParseError,
+                    "Unknown option: --typo=x",
+                    "level",
+                    "s32 1"},
+                   {{"varooption=varologenable=0"},
+                    kParseError,
+                    "Unknown option: varooption=varologenable=0"},
+                   {{"--level=1"}, kSuccess, "", "level", "s32 1"}});
+    check(lenient, {{{"--typo=x", "", "word", "--level=2"}, kSuccess, "", "level", "s32 2"}});
 }
 
 TEST(Driver, FlagsThatItDoesNotKnowAreIgnored) {
-    for (int const flags : {INT_MIN | 0x7FFF0181, -1}) {
+    int const known = kUnknownIsError | kPositionalAfterMarker | kDashGuard | kTakeTheRest |
+                      kKeepCommas | kDoubleDashHelp;
+    auto const check = [](int flags, char const* list) {
         varo::Parser const parser{varo::Flags(static_cast<varo::CreationFlag>(flags))};
         parser->option("list", "", vtString, "")->positional();
-        bool const all = flags == -1;
-        check(parser,
-              {{{"a,b", "--list=c"}, 0, "", "list", all ? "'a,b' '--list=c'" : "'a' 'b' 'c'"}});
-    }
+        varo_test::check(parser, {{{"a,b", "--list=c"}, kSuccess, "", "list", list}});
+    };
+    check(~known, "'a' 'b' 'c'");
+    check(~known | kTakeTheRest | kKeepCommas, "'a,b' '--list=c'");
 }
 
 TEST(Driver, MarkerStartsPlainArguments) {
     varo::Parser const parser(varo::kUnknownIsError);
     parser->option("level", "", vtS32, "");
-    check(parser, {{{"--"}, 0, "", "--", ""},
-                   {{"--", "--level=1"}, 0, "", "level", "absent"},
-                   {{"--level=1", "--", "a", "", "--", "-x"}, 0, "", "--", "a||--|-x|"}});
+    check(parser, {{{"--"}, kSuccess, "", "--", ""},
+                   {{"--", "--level=1"}, kSuccess, "", "level", "absent"},
+                   {{"--level=1", "--", "a", "", "--", "-x"}, kSuccess, "", "--", "a||--|-x|"}});
 }
 
 TEST(Trace, TellsWhatHappensToEachArgument) {
@@ -117,8 +124,8 @@ TEST(Trace, ShowsAmbiguityAndPlainArguments) {
     parser->option("fill", "", vtString, "");
     Console const console;
     varo::Result result = parser.createResult();
-    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", "--", "p"}), 0);
-    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", "--fi"}), 2);
+    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", "--", "p"}), kSuccess);
+    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", "--fi"}), kParseError);
     EXPECT_EQ(console.text(), R"(collectNonparsingArguments: stored argument: 'p'
 PositionalOptionsParser: recognizing argument 'p'
 collectNonparsingArguments: recognize result: 0, message: 
@@ -148,7 +155,8 @@ TEST(Trace, NeedsNoConsole) {
     for (auto const exceptions : {std::ios::goodbit, std::ios::badbit}) {
         BRIX::ucout.clear();
         BRIX::ucout.exceptions(exceptions);
-        check(parser, {{{"varooption=varologenable=1", "--level=1"}, 0, "", "level", "s32 1"}});
+        check(parser,
+              {{{"varooption=varologenable=1", "--level=1"}, kSuccess, "", "level", "s32 1"}});
         BRIX::ucout.exceptions(std::ios::goodbit);
     }
     BRIX::ucout.rdbuf(old);
@@ -159,15 +167,16 @@ TEST(Trace, LastsForOneParseAndStartsWithTheFirstArgumentOnly) {
     parser->option("level", "", vtS32, "");
     std::string const magic = "varooption=varologenable=1";
     Console const console;
-    check(parser, {{{"--level=1", magic}, 2, "Unknown option: " + magic},
-                   {{magic + "1"}, 2, "Unknown option: " + magic + "1"},
-                   {{"--level=1"}, 0, ""}});
+    check(parser, {{{"--level=1", magic}, kParseError, "Unknown option: " + magic},
+                   {{magic + "1"}, kParseError, "Unknown option: " + magic + "1"},
+                   {{"--level=1"}, kSuccess, ""}});
     EXPECT_EQ(console.text(), "");
-    check(parser, {{{magic}, 0, ""}, {{magic, magic}, 2, "Unknown option: " + magic}});
+    check(parser,
+          {{{magic}, kSuccess, ""}, {{magic, magic}, kParseError, "Unknown option: " + magic}});
     std::string const traced = console.text();
     EXPECT_NE(traced, "");
     varo_3_3::internal::varoLogEnabled = true;
-    check(parser, {{{"--level=1"}, 0, "", "level", "s32 1"}});
+    check(parser, {{{"--level=1"}, kSuccess, "", "level", "s32 1"}});
     EXPECT_EQ(console.text(), traced);
 }
 

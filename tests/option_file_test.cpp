@@ -42,7 +42,7 @@ TEST(Stream, HoldsOneArgumentPerLine) {
          }) {
         SCOPED_TRACE(row.text != nullptr ? row.text : "null");
         varo::Result result = parser.createResult();
-        EXPECT_EQ(parser->parseStream(row.text, result.interface()), 0);
+        EXPECT_EQ(parser->parseStream(row.text, result.interface()), kSuccess);
         EXPECT_EQ(contents(result, "word"), row.words);
     }
 }
@@ -51,37 +51,56 @@ TEST(Stream, IsParsedWithoutDefaultsLikeArguments) {
     varo::Parser const parser(varo::kUnknownIsError);
     parser->option("level", "", vtS32, "")->defaultValue(3);
     varo::Result result = parser.createResult();
-    EXPECT_EQ(parser->parseStream("tool\n", result.interface()), 2);
+    EXPECT_EQ(parser->parseStream("tool\n", result.interface()), kParseError);
     EXPECT_STREQ(parser.error(), "Unknown option: tool");
-    EXPECT_EQ(parser->parseStream("", result.interface()), 0);
+    EXPECT_EQ(parser->parseStream("", result.interface()), kSuccess);
     EXPECT_STREQ(parser.error(), "");
     EXPECT_EQ(contents(result, "level"), "absent");
     Console const console;
-    EXPECT_EQ(parser->parseStream("varooption=varologenable=1\n--\na\r\n", result.interface()), 0);
+    EXPECT_EQ(parser->parseStream("varooption=varologenable=1\n--\na\r\n", result.interface()),
+              kSuccess);
     EXPECT_EQ(console.text(), "collectNonparsingArguments: stored argument: 'a'\n");
-    EXPECT_EQ(parser->parseStream("--level=x", nullptr), 2);
+    EXPECT_EQ(parser->parseStream("--level=x", nullptr), kParseError);
 }
 
 TEST(OptionFiles, ContinueTheCommandLine) {
     Directory const directory;
     varo::Parser const parser = fileParser();
-    std::string const third = directory.write("third", "c\n--n=3\n--\nplain 3\n");
-    std::string const second = directory.write("second,", "\xEF\xBB\xBF*\n" + from(third) + "\n");
-    std::string const first =
-        directory.write("first", "# comment\r\n\r\n--n=1\r\na\xff\r\n" + from(second) +
-                                     "\r\n--\r\n--n=9\r\n--\r\n");
-    std::string const other = directory.write("other", "d\n");
+    std::string const file = directory.write("file", "b\n--\nplain\n");
+    check(parser, {{{from(file), "a"}, kSuccess, "", "word", "'a' 'b'"},
+                   {{from(file), "--", "p"}, kSuccess, "", "--", "p|plain|"}});
+}
+
+TEST(OptionFiles, FollowTheFilesBeforeThem) {
+    Directory const directory;
+    varo::Parser const parser = fileParser();
+    std::string const leaf = directory.write("leaf", "leaf\n");
+    std::string const nested = directory.write("nested", from(leaf) + "\nnested\n");
+    std::string const other = directory.write("other", "other\n");
+    check(parser, {{{from(nested), from(other)}, kSuccess, "", "word", "'nested' 'other' 'leaf'"},
+                   {{from(leaf), from(nested)}, kSuccess, "", "word", "'leaf' 'nested' 'leaf'"}});
+}
+
+TEST(OptionFiles, MayComeFromOtherSystems) {
+    Directory const directory;
+    varo::Parser const parser = fileParser();
+    std::string const file =
+        directory.write("a,b", "\xEF\xBB\xBF--n=1\r\n# comment\r\n\r\na\xff\r\n--\r\n--n=9\r\n");
+    check(parser, {{{from(file)}, kSuccess, "", "n", "s32 1"},
+                   {{from(file)}, kSuccess, "", "word", "'a\xff'"},
+                   {{from(file)}, kSuccess, "", "--", "--n=9|"}});
+}
+
+TEST(OptionFiles, AreReadByTheParseThatNamesThem) {
+    Directory const directory;
+    varo::Parser const parser = fileParser();
+    std::string const file = directory.write("file", "a\n");
     varo::Result result = parser.createResult();
-    EXPECT_EQ(parse(parser, result, {from(first), "x", from(other), from(third), "--", "p"}), 0)
-        << parser.error();
-    EXPECT_EQ(contents(result, "word"), "'x' 'a\xff' 'd' 'c' '*' 'c'");
-    EXPECT_EQ(contents(result, "n"), "s32 1 s32 3 s32 3");
-    EXPECT_EQ(plainArguments(result), "p|--n=9|--|plain 3|plain 3|");
-    // What an earlier parse read is not read again.
-    EXPECT_EQ(parse(parser, result, {"y"}), 0);
-    EXPECT_EQ(contents(result, "n"), "s32 1 s32 3 s32 3");
-    EXPECT_EQ(parse(parser, result, {from(other)}), 0);
-    EXPECT_EQ(contents(result, "word"), "'x' 'a\xff' 'd' 'c' '*' 'c' 'y' 'd'");
+    EXPECT_EQ(parse(parser, result, {from(file)}), kSuccess);
+    EXPECT_EQ(parse(parser, result, {"b"}), kSuccess);
+    EXPECT_EQ(contents(result, "word"), "'a' 'b'");
+    EXPECT_EQ(parse(parser, result, {from(file)}), kSuccess);
+    EXPECT_EQ(contents(result, "word"), "'a' 'b' 'a'");
 }
 
 TEST(OptionFiles, ErrorsEndTheParseWhereTheyAre) {
@@ -92,15 +111,20 @@ TEST(OptionFiles, ErrorsEndTheParseWhereTheyAre) {
     std::string const withNul = directory.write("nul", std::string("--n=2\0\n--n=3\n", 13));
     std::string const missing = directory.path("missing");
     std::string const longName = directory.path(std::string(5000, 'x'));
-    check(parser,
-          {{{"--n=1", from(bad), from(missing)}, 2, "Unknown option: --typo", "n", "s32 1 s32 2"},
-           {{"--n=1", from(missing), "a"}, 6, unreadable(missing), "word", "'a'"},
-           {{from(directory.path("."))}, 6, unreadable(directory.path("."))},
-           {{from(longName)}, 6, unreadable(longName)},
-           {{from(withNul)}, 6, unreadable(withNul), "n", "absent"},
-           {{"--option-file", ""}, 0, ""},
-           // An empty size is not an empty file.
-           {{from("/proc/sys/kernel/ostype")}, 0, "", "word", "'Linux'"}});
+    check(
+        parser,
+        {{{"--n=1", from(bad), from(missing)},
+          kParseError,
+          "Unknown option: --typo",
+          "n",
+          "s32 1 s32 2"},
+         {{"--n=1", from(missing), "a"}, kOptionFileUnreadable, unreadable(missing), "word", "'a'"},
+         {{from(directory.path("."))}, kOptionFileUnreadable, unreadable(directory.path("."))},
+         {{from(longName)}, kOptionFileUnreadable, unreadable(longName)},
+         {{from(withNul)}, kOptionFileUnreadable, unreadable(withNul), "n", "absent"},
+         {{"--option-file", ""}, kSuccess, ""},
+         // An empty size is not an empty file.
+         {{from("/proc/sys/kernel/ostype")}, kSuccess, "", "word", "'Linux'"}});
 }
 
 TEST(OptionFiles, MayNotIncludeThemselves) {
@@ -114,11 +138,18 @@ TEST(OptionFiles, MayNotIncludeThemselves) {
     directory.write("b", from(around));
     std::string const twice = directory.write("twice", from(directory.path("leaf")));
     directory.write("leaf", "w\n");
-    check(
-        parser,
-        {{{from(file)}, 6, "Option file '" + link + "' includes itself", "n", "s32 1"},
-         {{from(a)}, 6, "Option file '" + around + "' includes itself"},
-         {{from(twice), from(twice), from(directory.path("leaf"))}, 0, "", "word", "'w' 'w' 'w'"}});
+    check(parser,
+          {{{from(file)},
+            kOptionFileUnreadable,
+            "Option file '" + link + "' includes itself",
+            "n",
+            "s32 1"},
+           {{from(a)}, kOptionFileUnreadable, "Option file '" + around + "' includes itself"},
+           {{from(twice), from(twice), from(directory.path("leaf"))},
+            kSuccess,
+            "",
+            "word",
+            "'w' 'w' 'w'"}});
 }
 
 TEST(OptionFiles, AreLimitedInNumberAndLeaveNothingOpen) {
@@ -134,19 +165,20 @@ TEST(OptionFiles, AreLimitedInNumberAndLeaveNothingOpen) {
     };
     auto const before = openFiles();
     varo::Result result = parser.createResult();
-    EXPECT_EQ(parse(parser, result, Arguments(1000, from(leaf))), 0);
-    EXPECT_EQ(parse(parser, result, Arguments(1001, from(leaf))), 6);
+    EXPECT_EQ(parse(parser, result, Arguments(1000, from(leaf))), kSuccess);
+    EXPECT_EQ(parse(parser, result, Arguments(1001, from(leaf))), kOptionFileUnreadable);
     EXPECT_EQ(parser.error(), unreadable(leaf));
-    EXPECT_EQ(parse(parser, result, {from(directory.path("f0"))}), 6);
-    EXPECT_EQ(parse(parser, result, {from("/dev/zero")}), 6);
+    EXPECT_EQ(parse(parser, result, {from(directory.path("f0"))}), kOptionFileUnreadable);
+    EXPECT_EQ(parse(parser, result, {from("/dev/zero")}), kOptionFileUnreadable);
     std::string comment = "#";
     comment.resize(90'000'000, 'x');
     std::string const large = directory.write("large", comment);
-    EXPECT_EQ(parse(parser, result, {from(large), from(large)}), 0);
-    EXPECT_EQ(parse(parser, result, {from(large), from(large), from(large)}), 6);
+    EXPECT_EQ(parse(parser, result, {from(large), from(large)}), kSuccess);
+    EXPECT_EQ(parse(parser, result, {from(large), from(large), from(large)}),
+              kOptionFileUnreadable);
     for (int index = 0; index < 100; ++index) {
-        EXPECT_EQ(parse(parser, result, {from(directory.path("."))}), 6);
-        EXPECT_EQ(parse(parser, result, {from(directory.path("missing"))}), 6);
+        EXPECT_EQ(parse(parser, result, {from(directory.path("."))}), kOptionFileUnreadable);
+        EXPECT_EQ(parse(parser, result, {from(directory.path("missing"))}), kOptionFileUnreadable);
     }
     EXPECT_EQ(openFiles(), before);
 }
@@ -157,20 +189,20 @@ TEST(OptionFiles, NeedTheirDeclarationOrTheHosts) {
     std::string const other = directory.write("other", "--n=2\n");
     varo::Parser const own(varo::kUnknownIsError);
     own->option("n", "", vtS32, "");
-    check(own, {{{from(file)}, 2, "Unknown option: " + from(file)}});
+    check(own, {{{from(file)}, kParseError, "Unknown option: " + from(file)}});
     own->option("option-file,f", "", vtString, "")->defaultValue(other.c_str());
-    check(own, {{{from(file)}, 0, "", "n", "absent"}});
+    check(own, {{{from(file)}, kSuccess, "", "n", "absent"}});
     EXPECT_FALSE(own->addOptionFileOption("", ""));
-    check(own, {{{"-f", other + "," + file}, 0, "", "n", "s32 2 s32 1"},
-                {{"--n=5"}, 0, "", "n", "s32 5 s32 2"}});
+    check(own, {{{"-f", other + "," + file}, kSuccess, "", "n", "s32 2 s32 1"},
+                {{"--n=5"}, kSuccess, "", "n", "s32 5 s32 2"}});
     own->setReplace(true);
     own->option("option-file,f", "", vtString, "")->defaultValue("");
-    check(own, {{{"--n=5"}, 6, unreadable(""), "n", "s32 5"}});
+    check(own, {{{"--n=5"}, kOptionFileUnreadable, unreadable(""), "n", "s32 5"}});
 
     varo::Parser const numbers;
     numbers->option("option-file", "", vtS32, "");
     numbers->addOptionFileOption("", "");
-    check(numbers, {{{"--option-file=5,6"}, 0, "", "option-file", "s32 5 s32 6"}});
+    check(numbers, {{{"--option-file=5,6"}, kSuccess, "", "option-file", "s32 5 s32 6"}});
 }
 
 }  // namespace

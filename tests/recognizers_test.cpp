@@ -33,37 +33,41 @@ TEST(Dashes, AreEncodedLikeAllCharacters) {
     EXPECT_EQ(text, "-\x7F\u0080\u07FF\u0800\uD7FF??\uE000\uFFFF\U00010000\U0010FFFF?");
 }
 
-TEST(Recognizers, ParseWithoutRecognizeFindsNoOption) {
-    BasicParser parser(0);
+TEST(Recognizers, LeaveAnArgumentThatFailsWhereItIs) {
     Garbage garbage;
-    ParseResult result;
     RegisteredOptionStorage options(&garbage);
     options.option("verbose", nullptr, "", false, vtBool, "");
-    options.option("version", nullptr, "", false, vtBool, "");
+    options.option("version", nullptr, "", false, vtNull, "");
+    options.option("n", nullptr, "", false, vtS32, "")->positional();
     varo_3_3::internal::WhiteSpace whiteSpace;
-    AbbreviationParser abbreviations(&parser, &garbage, 0, whiteSpace);
-    auto const parse = [&](IArgumentParser& recognizer, std::string_view argument, bool recognize) {
+    AbbreviationParser dashed(nullptr, &garbage, 0, whiteSpace);
+    PositionalOptionsParser positional(nullptr, &garbage, 0);
+    struct Row {
+        IArgumentParser& recognizer;
+        std::string_view argument;
+        std::string message;
+    };
+    for (auto const& [recognizer, argument, message] : {
+             Row{dashed, "--ver",
+                 "Ambiguous option 'ver' in argument: '--ver', could be: 'verbose', 'version'"},
+             Row{dashed, "--version=1",
+                 "Option 'version'does not requires a value in argument: '--version=1'"},
+             Row{dashed, "-n=1,x", cannotParse("-n=1,x", "n", "x", "integer")},
+             Row{positional, "1,x", cannotParse("1,x", "n", "x", "integer")},
+         }) {
+        SCOPED_TRACE(argument);
         SingleArgument source(argument);
         ArgumentList list(source);
-        std::string message;
+        ParseResult result;
+        std::string text;
         unsigned long index = 0;
-        if (recognize) {
-            recognizer.recognize(list, options, message);
-        }
-        result_t const code = recognizer.parse(list, &result, options, index, message);
-        EXPECT_FALSE(code != kTaken && list.empty());
-        return std::to_string(code) + message;
-    };
-    EXPECT_EQ(parse(abbreviations, "--verbose", false), "2Unknown option 'verbose'");
-    EXPECT_EQ(parse(abbreviations, "--", false), "2Unknown option ''");
-    EXPECT_EQ(parse(abbreviations, "--verbose", true), "0");
-    EXPECT_EQ(parse(abbreviations, "--typo", true), "2Unknown option 'typo'");
-    std::string const ambiguous =
-        "2Ambiguous option 'ver' in argument: '--ver', could be: 'verbose', 'version'";
-    EXPECT_EQ(parse(abbreviations, "--ver", true), ambiguous);
-    EXPECT_EQ(parse(abbreviations, "--ver", false), ambiguous);
-    PositionalOptionsParser positionals(&parser, &garbage, 0);
-    EXPECT_NE(parse(positionals, "word", false), "0");
+        EXPECT_EQ(recognizer.recognize(list, options, text), kTaken);
+        EXPECT_EQ(recognizer.parse(list, &result, options, index, text), kArgumentError);
+        EXPECT_EQ(text, message);
+        ASSERT_FALSE(list.empty());
+        EXPECT_EQ(list[0], argument);
+        EXPECT_TRUE(result.givenOptions().empty());
+    }
 }
 
 TEST(Recognizers, PositionsStopBeforeTheHighest) {
@@ -73,8 +77,8 @@ TEST(Recognizers, PositionsStopBeforeTheHighest) {
     parser->option("n", "", vtS32, "")->positional();
     parser->option("level", "", vtS32, "")->defaultValue(1);
     varo::Result result = parser.createResult();
-    EXPECT_EQ(parse(parser, result, {"--n=1", "2", "--n=3", "--", "4"}), 0);
-    EXPECT_EQ(parse(parser, result, {"--n=5"}), 0);
+    EXPECT_EQ(parse(parser, result, {"--n=1", "2", "--n=3", "--", "4"}), kSuccess);
+    EXPECT_EQ(parse(parser, result, {"--n=5"}), kSuccess);
     EXPECT_EQ(contents(result, "n"), "s32 1 s32 2 s32 3 s32 4 s32 5");
     EXPECT_EQ(varo::getLastValue(result.interface(), "n", 0, varo::kNoPosition).position(),
               varo::kNoPosition - 1);

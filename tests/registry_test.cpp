@@ -36,8 +36,8 @@ TEST(Registry, RefusesNamesThatAreTaken) {
     placeholder->synonym("ghost")->positional()->tokenize(':')->allowValue(1)->defaultValue(1);
     placeholder->allowDeprecatedValue(1, 2)->tag("run");
     EXPECT_FALSE(parser->isOptionDeclared("ghost", false, nullptr));
-    check(parser,
-          {{{"word"}, 2, "Unknown option: word"}, {{"--ghost"}, 2, "Unknown option: --ghost"}});
+    check(parser, {{{"word"}, kParseError, "Unknown option: word"},
+                   {{"--ghost"}, kParseError, "Unknown option: --ghost"}});
 }
 
 TEST(Registry, TracesDuplicatesAndNothingElse) {
@@ -62,15 +62,15 @@ TEST(Registry, ReplacesInPlace) {
     parser->option("second", "", vtString, "")->positional();
     parser->setReplace(true);
     parser->option("new,f", "", vtS32, "")->positional();
-    check(parser, {{{"7"}, 0, "", "new", "s32 7"},
-                   {{"-f=8"}, 0, "", "new", "s32 8"},
-                   {{}, 0, "", "first", "absent"}});
+    check(parser, {{{"7"}, kSuccess, "", "new", "s32 7"},
+                   {{"-f=8"}, kSuccess, "", "new", "s32 8"},
+                   {{}, kSuccess, "", "first", "absent"}});
     EXPECT_FALSE(parser->isOptionDeclared("first", false, nullptr));
     EXPECT_FALSE(parser->isOptionDeclared("old", false, nullptr));
     parser->setReplace(false);
     parser->option("new", "", vtString, "");
     EXPECT_NE(parser->option("first", "", vtString, ""), nullptr);
-    check(parser, {{{"--new=9", "--first=a"}, 0, "", "new", "s32 9"}});
+    check(parser, {{{"--new=9", "--first=a"}, kSuccess, "", "new", "s32 9"}});
 }
 
 TEST(Registry, AnswersWhatIsDeclared) {

@@ -26,7 +26,7 @@ protected:
     }
 
     void parse(Arguments const& arguments) {
-        EXPECT_EQ(varo_test::parse(m_parser, m_result, arguments), 0) << m_parser.error();
+        EXPECT_EQ(varo_test::parse(m_parser, m_result, arguments), kSuccess) << m_parser.error();
         m_query = m_result.interface();
     }
 
@@ -169,13 +169,13 @@ TEST_F(ParseResult, KeysComeBeforeSynonyms) {
     other->option("two", "", vtS32, "");
     parse({"--one=1"});
     EXPECT_EQ(contents(m_result, "two"), "s32 1");
-    EXPECT_EQ(other->parseStream("--two=2", m_query), varo::kRefused);
+    EXPECT_EQ(other->parseStream("--two=2", m_query), kRefused);
     EXPECT_STREQ(other.error(), "");
     EXPECT_EQ(contents(m_result, "two"), "s32 2");
     EXPECT_EQ(contents(m_result, "one"), "s32 1");
     // A later occurrence goes to the first of its names that is a key.
     m_result = other.createResult();
-    EXPECT_EQ(other->parseStream("--two=2", m_result.interface()), 0);
+    EXPECT_EQ(other->parseStream("--two=2", m_result.interface()), kSuccess);
     parse({"--one=1"});
     EXPECT_EQ(contents(m_result, "two"), "s32 2 s32 1");
 }
@@ -189,7 +189,7 @@ TEST_F(ParseResult, FurtherParsesAddToIt) {
     for (int index = 3; index < 2000; ++index) {
         many += "--n=" + std::to_string(index) + "\n";
     }
-    EXPECT_EQ(m_parser->parseStream((many + "--\nb\n").c_str(), m_query), 0);
+    EXPECT_EQ(m_parser->parseStream((many + "--\nb\n").c_str(), m_query), kSuccess);
     for (int index = 2; index < 2000; ++index) {
         ASSERT_EQ(next("n"), "s32 " + std::to_string(index));
     }
@@ -228,10 +228,10 @@ TEST(Defaults, OfEarlierParsesKeepTheirTexts) {
     varo::Parser const parser;
     varo::IOption* const option = parser->option("mode", "", vtString, "")->defaultValue("first");
     varo::Result result = parser.createResult();
-    EXPECT_EQ(parse(parser, result, {}), 0);
+    EXPECT_EQ(parse(parser, result, {}), kSuccess);
     char const* const text = result.interface()->get("mode", 0, 1).as<char const*>();
     option->defaultValue("second");
-    EXPECT_EQ(parse(parser, result, {}), 0);
+    EXPECT_EQ(parse(parser, result, {}), kSuccess);
     EXPECT_EQ(contents(result, "mode"), "default 'second'");
     EXPECT_STREQ(text, "first");
 }

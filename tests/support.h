@@ -17,6 +17,13 @@
 
 namespace varo_test {
 
+using varo::kOptionFileUnreadable;
+using varo::kParseError;
+using varo::kRefused;
+using varo::kSuccess;
+using varo::kUnidentifiedProblem;
+using varo::kUnusableArguments;
+
 using Arguments = std::vector<std::string>;
 
 /// Parses `arguments`, after a program name.

@@ -22,15 +22,16 @@ TEST(AllowedValues, AreMatchedWholeOrByTheirBeginning) {
                       notAllowed = "Option 'mode' does not allow value 'Fast'",
                       notASize = "Option 'size' does not allow value '",
                       modes = "'fast', 'fair', 'fa'", sizes = "'10', '20', '30'";
-    check(parser, {{{"--mode=fast"}, 0, "", "mode", "'fast'"},
-                   {{"--mode=fas,fai"}, 0, "", "mode", "'fast' 'fair'"},
-                   {{"--mode=fa"}, 0, "", "mode", "'fa'"},
-                   {{"--mode=f"}, 2, refused("mode=f", ambiguous, modes)},
-                   {{"--mode", "Fast"}, 2, refused("mode", notAllowed, modes + ", 'slow'")},
-                   // Numbers are equal by value, and only strings are completed.
-                   {{"--size=10,20"}, 0, "", "size", "s32 10 s32 20"},
-                   {{"--size=30"}, 2, refused("size=30", notASize + "30'", sizes)},
-                   {{"--size=1"}, 2, refused("size=1", notASize + "1'", sizes)}});
+    check(parser,
+          {{{"--mode=fast"}, kSuccess, "", "mode", "'fast'"},
+           {{"--mode=fas,fai"}, kSuccess, "", "mode", "'fast' 'fair'"},
+           {{"--mode=fa"}, kSuccess, "", "mode", "'fa'"},
+           {{"--mode=f"}, kParseError, refused("mode=f", ambiguous, modes)},
+           {{"--mode", "Fast"}, kParseError, refused("mode", notAllowed, modes + ", 'slow'")},
+           // Numbers are equal by value, and only strings are completed.
+           {{"--size=10,20"}, kSuccess, "", "size", "s32 10 s32 20"},
+           {{"--size=30"}, kParseError, refused("size=30", notASize + "30'", sizes)},
+           {{"--size=1"}, kParseError, refused("size=1", notASize + "1'", sizes)}});
 
     varo::Result result = parser.createResult();
     parse(parser, result, {"--mode=fas"});
@@ -56,21 +57,23 @@ TEST(DeprecatedValues, AreReplacedOnceWithAWarning) {
     };
     std::string const aToB = warning("a", "mode", "b");
     check(parser,
-          {{{"--mode=a"}, 0, aToB, "mode", "'b'"},
-           {{"--mode=b,a"}, 0, warning("b", "mode", "a") + "\n" + aToB, "mode", "'a' 'b'"},
-           {{"--level=1,2"}, 0, warning("1", "level", "2"), "level", "s32 2 s32 2"},
+          {{{"--mode=a"}, kSuccess, aToB, "mode", "'b'"},
+           {{"--mode=b,a"}, kSuccess, warning("b", "mode", "a") + "\n" + aToB, "mode", "'a' 'b'"},
+           {{"--level=1,2"}, kSuccess, warning("1", "level", "2"), "level", "s32 2 s32 2"},
            {{"--level=+3", "-m=new,a"},
             0,
             warning("+3", "level", "4") + "\n" + aToB,
             "mode",
             "'new' 'b'"},
            // A warning does not survive an error, nor the next parse.
-           {{"--mode=a", "--level"}, 2, "Option 'level' requires a value in argument: '--level'"},
-           {{"--level=9"}, 0, ""}});
+           {{"--mode=a", "--level"},
+            kParseError,
+            "Option 'level' requires a value in argument: '--level'"},
+           {{"--level=9"}, kSuccess, ""}});
 
     varo::Parser const behind(varo::kPositionalAfterMarker);
     behind->option("mode", "", vtString, "")->positional()->allowDeprecatedValue("a", "b");
-    check(behind, {{{"a", "--", "a"}, 0, aToB + "\n" + aToB, "mode", "'b' 'b'"}});
+    check(behind, {{{"a", "--", "a"}, kSuccess, aToB + "\n" + aToB, "mode", "'b' 'b'"}});
 }
 
 TEST(ValueIntake, SplitsAtTheSeparatorAndDropsEmptyPieces) {
@@ -82,16 +85,20 @@ TEST(ValueIntake, SplitsAtTheSeparatorAndDropsEmptyPieces) {
     parser->option("dash", "", vtString, "")->tokenize('-');
     parser->option("byte", "", vtString, "")->tokenize('\xa4');
     check(parser,
-          {{{"--list=a,,b,"}, 0, "", "list", "'a' 'b'"},
-           {{"--list", ",a b"}, 0, "", "list", "'a b'"},
-           {{"--list=,,,"}, 2, "No value parsed in argument ',,,' for option 'list'"},
-           {{"--whole=a,b"}, 0, "", "whole", "'a,b'"},
-           {{"--equals=a=b"}, 0, "", "equals", "'a' 'b'"},
-           {{"--dash=-a-b"}, 0, "", "dash", "'a' 'b'"},
-           {{"--byte=x\xc3\xa4y"}, 0, "", "byte", "'x\xc3' 'y'"},
+          {{{"--list=a,,b,"}, kSuccess, "", "list", "'a' 'b'"},
+           {{"--list", ",a b"}, kSuccess, "", "list", "'a b'"},
+           {{"--list=,,,"}, kParseError, "No value parsed in argument ',,,' for option 'list'"},
+           {{"--whole=a,b"}, kSuccess, "", "whole", "'a,b'"},
+           {{"--equals=a=b"}, kSuccess, "", "equals", "'a' 'b'"},
+           {{"--dash=-a-b"}, kSuccess, "", "dash", "'a' 'b'"},
+           {{"--byte=x\xc3\xa4y"}, kSuccess, "", "byte", "'x\xc3' 'y'"},
            // One bad piece refuses the occurrence; earlier occurrences stay.
-           {{"--n=1", "--n=2,x"}, 2, cannotParse("--n=2,x", "n", "x", "integer"), "n", "s32 1"},
-           {{"--list=" + std::string(1000000, ',') + "x"}, 0, "", "list", "'x'"}});
+           {{"--n=1", "--n=2,x"},
+            kParseError,
+            cannotParse("--n=2,x", "n", "x", "integer"),
+            "n",
+            "s32 1"},
+           {{"--list=" + std::string(1000000, ',') + "x"}, kSuccess, "", "list", "'x'"}});
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ extern VARO_EXPORT std::ostream& ucout;
 
 namespace internal {
 
-/// Makes ucout ready for use, as <iostream> does for std::cout. Returns true.
+/// Makes ucout ready for use, as the header iostream does for std::cout. Returns true.
 VARO_EXPORT bool prepareConsole();
 
 #ifndef VARO_BUILDING_LIBRARY

@@ -300,6 +300,21 @@ TEST(FailingMemory, FailingParsesKeepTheirTexts) {
     }
 }
 
+TEST(FailingMemory, RefusedValuesAreReleased) {
+    exhaust([](Trial& trial, std::string const&) {
+        Host host({}, true);
+        host.m_handler.m_reaction = [](std::string const& event) {
+            return event != "value list=b";
+        };
+        char const* const argv[] = {"tool", "--list=a", "--level=1", "--list", kLong, "--list=a,b"};
+        varo::Result result = host.m_parser.createResult();
+        int code = 0;
+        trial.attempt([&] { code = host.m_parser.parse(6, argv, result); });
+        trial.m_notes = join(code, host.m_parser.error(), linesOf(result));
+        return code == kRefused;
+    });
+}
+
 TEST(FailingMemory, OptionFilesAndTextsAreReadWhole) {
     Directory const directory;
     std::string const inner =

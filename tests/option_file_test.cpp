@@ -1,3 +1,12 @@
+#include <fcntl.h>
+#include <pthread.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <csignal>
+#include <thread>
+
 #include "support.h"
 
 namespace {
@@ -181,6 +190,50 @@ TEST(OptionFiles, AreLimitedInNumberAndLeaveNothingOpen) {
         EXPECT_EQ(parse(parser, result, {from(directory.path("missing"))}), kOptionFileUnreadable);
     }
     EXPECT_EQ(openFiles(), before);
+}
+
+/// Interrupts a thread for some milliseconds, with a signal that ends its system calls early.
+void interrupt(pthread_t thread) {
+    for (int count = 0; count < 10; ++count) {
+        pthread_kill(thread, SIGUSR1);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+}
+
+/// Whether programs that are started now inherit a descriptor of this file other than `own`.
+bool isInherited(std::string const& path, int own) {
+    bool isInherited = false;
+    for (auto const& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        int const descriptor = std::stoi(entry.path().filename());
+        std::error_code isGone;
+        if (descriptor != own && std::filesystem::read_symlink(entry.path(), isGone) == path) {
+            isInherited = isInherited || (fcntl(descriptor, F_GETFD) & FD_CLOEXEC) == 0;
+        }
+    }
+    return isInherited;
+}
+
+TEST(OptionFiles, AreReadInSpiteOfSignalsAndNotInherited) {
+    Directory const directory;
+    varo::Parser const parser = fileParser();
+    std::string const path = directory.path("fifo");
+    ASSERT_EQ(mkfifo(path.c_str(), 0600), 0);
+    struct sigaction action {};
+    action.sa_handler = [](int) {};
+    sigaction(SIGUSR1, &action, nullptr);
+    std::thread writer([&path, reader = pthread_self()] {
+        interrupt(reader);  // which waits for this end to be opened
+        int const file = open(path.c_str(), O_RDWR | O_CLOEXEC);  // does not wait for the reader
+        interrupt(reader);  // which waits for something to read
+        EXPECT_FALSE(isInherited(path, file));
+        EXPECT_EQ(write(file, "--n=1\n", 6), 6);
+        interrupt(reader);
+        close(file);
+    });
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parse(parser, result, {from(path)}), kSuccess) << parser.error();
+    EXPECT_EQ(contents(result, "n"), "s32 1");
+    writer.join();
 }
 
 TEST(OptionFiles, NeedTheirDeclarationOrTheHosts) {

@@ -158,12 +158,12 @@ private:
     std::streambuf* m_old;
 };
 
-/// Puts a facet into the global C++ locale as long as it lives.
+/// Adds a facet to the global C++ locale as long as it lives.
 class GlobalFacet {
 public:
     template <class Facet>
     explicit GlobalFacet(Facet* facet)
-        : m_old(std::locale::global(std::locale(std::locale::classic(), facet))) {}
+        : m_old(std::locale::global(std::locale(std::locale(), facet))) {}
     ~GlobalFacet() { std::locale::global(m_old); }
 
 private:

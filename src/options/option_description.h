@@ -49,6 +49,9 @@ public:
         return m_type == mosaic2::vtString && m_allowedValues.empty() && m_deprecatedValues.empty();
     }
 
+    /// Whether `value` equals one of the allowed values.
+    bool isAllowed(mosaic2::variant_t const& value) const;
+
     /// The name of the type in help and messages; "" for one without conversion.
     char const* getTypeName() const;
 
@@ -92,7 +95,6 @@ private:
     DeprecatedValues::const_iterator findDeprecated(mosaic2::variant_t const& value) const;
     bool replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
                            std::string& message) const;
-    bool isAllowed(mosaic2::variant_t const& value) const;
     [[gnu::cold]] bool complete(std::string_view text, mosaic2::variant_t& value,
                                 std::string& message) const;
 };

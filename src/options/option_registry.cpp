@@ -36,8 +36,9 @@ IOption* RegisteredOptionStorage::option(char const* names, char const* actions,
                                          mosaic2::das_variant_type_t type, char const* section) {
     try {
         return declare(names, actions, description, isAction, type, section);
-    } catch (std::exception const&) {  // no memory
-        return refuse();
+    } catch (std::exception const&) {
+        m_refusals.addNameless();
+        return placeholder();
     }
 }
 
@@ -101,7 +102,10 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     }
     if (names == nullptr || !areWellFormed(record->m_names)) {
         commit(sectionChange);
-        return refuse();
+        using enum Refusals::Reason;
+        return refuse(names, names == nullptr             ? kNoNames
+                             : record->m_names.size() > 3 ? kTooManyNames
+                                                          : kLongThirdName);
     }
     record->tag(actions);
     unsigned long index = 0;
@@ -110,7 +114,7 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
         internal::varoLog("Tried to register an option with a name, which is alread registered: ",
                           names);
         commit(sectionChange);
-        return refuse();
+        return refuse(names, Refusals::Reason::kNameTaken, static_cast<std::uint32_t>(index));
     }
     record->m_section = sectionChange.name;
     if (actions != nullptr) {
@@ -135,7 +139,13 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     return isFree ? append(std::move(record)) : replace(index, std::move(record));
 }
 
-IOption* RegisteredOptionStorage::refuse() noexcept {
+IOption* RegisteredOptionStorage::refuse(char const* names, Refusals::Reason reason,
+                                         std::uint32_t holder) noexcept {
+    m_refusals.add(names, reason, holder);
+    return placeholder();
+}
+
+IOption* RegisteredOptionStorage::placeholder() noexcept {
     m_placeholder.m_state = 3;
     return &m_placeholder;
 }

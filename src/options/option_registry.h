@@ -8,6 +8,7 @@
 #include "options/garbage.h"
 #include "options/name_index.h"
 #include "options/option_description.h"
+#include "options/refusals.h"
 
 namespace varo_3_3 {
 
@@ -39,6 +40,7 @@ public:
     NameIndex& names() { return m_names; }
     NameIndex const& names() const { return m_names; }
     Sections const& sections() const { return m_sections; }
+    Refusals const& refusals() const { return m_refusals; }
     bool isPlaceholder(IOption const* option) const { return option == &m_placeholder; }
 
     /// The first declaration that takes `name`, with one of `tags` unless those are empty; null if
@@ -79,7 +81,9 @@ private:
 
     IOption* declare(char const* names, char const* actions, char const* description, bool isAction,
                      mosaic2::das_variant_type_t type, char const* section);
-    IOption* refuse() noexcept;
+    [[gnu::cold]] IOption* refuse(char const* names, Refusals::Reason reason,
+                                  std::uint32_t holder = 0) noexcept;
+    IOption* placeholder() noexcept;
     SectionChange prepareSection(std::string_view section);
     void commit(SectionChange& change) noexcept;
     IOption* append(std::unique_ptr<OptionDescription> record) noexcept;
@@ -101,6 +105,7 @@ private:
     std::size_t m_actionCount = 0;
     std::size_t m_users = 0;
     OptionRecords m_retired;  // replaced while in use
+    Refusals m_refusals;
 };
 
 }  // namespace varo_3_3

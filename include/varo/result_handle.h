@@ -1,0 +1,128 @@
+#pragma once
+
+#include <optional>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "varo/handle.h"
+#include "varo/result.h"
+
+namespace varo_3_3 {
+
+/// A result that is released when it goes out of scope. Created by Parser::createResult; empty, and
+/// then testing false, when default constructed, moved from, or created without memory. The queries
+/// of an empty result answer "nothing". One thread at a time.
+///
+/// A question is asked with the handle of a declaration, or with a name and a type. Every query
+/// that gives several answers gives all of them at once, so that others may come in between.
+class Result {
+public:
+    Result() noexcept = default;
+    explicit Result(IParseResult* owned) noexcept : m_result(owned) {}
+    Result(Result&& other) noexcept : m_result(std::exchange(other.m_result, nullptr)) {}
+    Result& operator=(Result&& other) noexcept {
+        std::swap(m_result, other.m_result);
+        return *this;
+    }
+    ~Result() {
+        if (m_result != nullptr) {
+            m_result->destroy();
+        }
+    }
+
+    explicit operator bool() const noexcept { return m_result != nullptr; }
+    IParseResult* interface() const noexcept { return m_result; }
+
+    /// Whether the option was given, or has a default.
+    bool has(char const* name) const {
+        return m_result != nullptr && m_result->present(name, kFirstPosition, kNoPosition);
+    }
+    bool has(Declared const& declared) const { return has(declared.name()); }
+
+    /// The last value of the option: as its Type if it has a default, which is the answer when the
+    /// result holds no value; else as a std::optional<Type>. Of a bool false when it was not given.
+    /// Of an option that takes no value, whether it was given. A view or pointer lives as long as
+    /// the result; that of a default also needs a copy of the handle.
+    template <class Type, Role role, bool hasDefault>
+    auto operator[](Handle<Type, role, hasDefault> const& handle) const {
+        if constexpr (std::is_void_v<Type>) {
+            return has(handle);
+        } else {
+            std::optional<Type> value = last<Type>(handle.name());
+            if constexpr (hasDefault) {
+                return value ? *std::move(value) : handle.fallback();
+            } else if constexpr (std::is_same_v<Type, bool>) {
+                return value.value_or(false);
+            } else {
+                return value;
+            }
+        }
+    }
+
+    /// All values of the option, in their order. Defaults are not among them.
+    template <class Type, Role role, bool hasDefault>
+    std::vector<Type> all(Handle<Type, role, hasDefault> const& handle) const {
+        std::vector<Type> found;
+        for (Value const& value : values(handle)) {
+            if (std::optional<Type> read = internal::read<Type>(value.value())) {
+                found.push_back(*std::move(read));
+            }
+        }
+        return found;
+    }
+
+    /// The option's first value (or its default) as Type: any type of an option. Nothing when it
+    /// was not given, has no value, or has one that is no Type: a number that does not fit is none.
+    /// A view or pointer lives as long as the result.
+    template <class Type>
+    std::optional<Type> get(char const* name) const {
+        return m_result != nullptr
+                   ? internal::read<Type>(m_result->get(name, kFirstPosition, kNoPosition).value())
+                   : std::nullopt;
+    }
+
+    /// As get(), for the last value: what users expect of an option that they repeat.
+    template <class Type>
+    std::optional<Type> last(char const* name) const {
+        return internal::read<Type>(
+            getLastValue(m_result, name, kFirstPosition, kNoPosition).value());
+    }
+
+    /// The option's values in the range of positions (both ends as in IParseResult::next), with
+    /// what was typed and where. Defaults are not among them.
+    std::vector<Value> values(char const* name, int from = kFirstPosition,
+                              int to = kNoPosition) const {
+        std::vector<Value> found;
+        if (m_result != nullptr) {
+            m_result->present(name, from, to);  // only to begin the iteration
+            for (Value value = m_result->next(name); value.position() != kNoPosition;
+                 value = m_result->next(name)) {
+                found.push_back(std::move(value));
+            }
+        }
+        return found;
+    }
+    std::vector<Value> values(Declared const& declared, int from = kFirstPosition,
+                              int to = kNoPosition) const {
+        return values(declared.name(), from, to);
+    }
+
+    /// The plain arguments, those after "--".
+    std::vector<char const*> arguments() const {
+        std::vector<char const*> found;
+        if (m_result != nullptr) {
+            char const* text = nullptr;
+            for (int end = m_result->getFirstArgument(&text); end == 0;
+                 end = m_result->getNextArgument(&text)) {
+                found.push_back(text);
+            }
+        }
+        return found;
+    }
+
+private:
+    IParseResult* m_result = nullptr;
+};
+
+}  // namespace varo_3_3

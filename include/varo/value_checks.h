@@ -1,0 +1,87 @@
+#pragma once
+
+#include <set>
+#include <string>
+#include <string_view>
+
+#include "varo/event_handler.h"
+#include "varo/result.h"
+#include "varo/value_type.h"
+
+namespace varo_3_3::internal {
+
+/// The handler of a parser that declares types which its own conversion does not know: refuses what
+/// is none of their values, and remembers why.
+class ValueChecks final : public EventHandler {
+public:
+    /// Whether a value is one; `reason` may say why not.
+    using Check = bool (*)(Value const& value, std::string& reason);
+
+    /// Has the values of `name`, a primary name, checked from now on; by null no longer.
+    void set(char const* name, Check check) {
+        auto const old = m_checks.find(std::string_view(name));
+        if (old != m_checks.end()) {
+            m_checks.erase(old);
+        }
+        if (check != nullptr) {
+            m_checks.insert({name, check});
+        }
+    }
+
+    void forgetReason() {
+        m_refused.clear();
+        m_reason.clear();
+    }
+
+    bool onValueParse(char const* name, Value const& value) override {
+        forgetReason();
+        auto const entry = m_checks.find(std::string_view(name));
+        if (entry == m_checks.end() || entry->check(value, m_reason)) {
+            return true;
+        }
+        m_refused = std::string("' is not valid for option '") + name + "' in argument '";
+        return false;
+    }
+
+    /// `error` with the reason of the last refusal, if that is what it tells of. Lives until the
+    /// next call.
+    char const* explain(char const* error) {
+        if (m_reason.empty() || m_refused.empty() ||
+            std::string_view(error).find(m_refused) == std::string_view::npos) {
+            return error;
+        }
+        m_error = std::string(error) + ": " + m_reason;
+        return m_error.c_str();
+    }
+
+private:
+    struct Entry {
+        std::string name;
+        Check check;
+
+        operator std::string_view() const { return name; }
+    };
+    struct ByName {
+        using is_transparent = void;
+        bool operator()(std::string_view left, std::string_view right) const {
+            return left < right;
+        }
+    };
+
+    std::set<Entry, ByName> m_checks;
+    std::string m_reason;
+    std::string m_refused;  // what the parser says of a refusal by the option that it was
+    std::string m_error;
+};
+
+/// Whether a value that the parser has converted is a Type.
+template <class Type>
+bool checkValue(Value const& value, std::string& reason) {
+    if (read<Type>(value.value(), reason)) {
+        return true;
+    }
+    explainRange<Type>(reason);
+    return false;
+}
+
+}  // namespace varo_3_3::internal

@@ -1,0 +1,201 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <type_traits>
+
+#include "mosaic2/variant.h"
+#include "varo/number.h"
+
+namespace varo_3_3 {
+
+/// How a host makes an enumeration the type of an option: by the words for its values, which become
+/// the option's allowed values. On a command line the beginning of one word is enough.
+///
+///     template <>
+///     struct varo::Words<Format> {
+///         static constexpr varo::Word<Format> list[] = {{"table", Format::table},
+///                                                       {"csv", Format::csv}};
+///     };
+template <class Type>
+struct Words;
+
+/// One line of such a list. `text` is a literal.
+template <class Type>
+struct Word {
+    char const* text;
+    Type value;
+};
+
+/// How a host makes a type of its own the type of an option. It is declared as a string option; a
+/// parse refuses what cannot be converted, with kRefused.
+///
+///     template <>
+///     struct varo::Conversion<Size> {
+///         /// Nothing if `text` is no size; `reason`, a sentence, then says why (or stays empty).
+///         static std::optional<Size> fromText(std::string_view text, std::string& reason);
+///         /// Only for defaultValue().
+///         static std::string toText(Size const& value);
+///     };
+///
+/// A value is converted when it is parsed, and again each time that it is asked for.
+template <class Type>
+struct Conversion;
+
+namespace internal {
+
+template <class Type, class = void>
+inline constexpr bool hasWords = false;
+template <class Type>
+inline constexpr bool hasWords<Type, std::void_t<decltype(sizeof(Words<Type>))>> = true;
+
+template <class Type, class = void>
+inline constexpr bool hasConversion = false;
+template <class Type>
+inline constexpr bool hasConversion<Type, std::void_t<decltype(sizeof(Conversion<Type>))>> = true;
+
+template <class Type>
+inline constexpr bool isText =
+    std::is_same_v<Type, std::string> || std::is_same_v<Type, std::string_view> ||
+    std::is_same_v<Type, char const*>;
+
+/// Numbers without the character types, of which nobody could say whether "1" is a digit.
+template <class Type>
+inline constexpr bool isNumber = (std::is_integral_v<Type> && !std::is_same_v<Type, bool> &&
+                                  !std::is_same_v<Type, char> && !std::is_same_v<Type, wchar_t> &&
+                                  !std::is_same_v<Type, char16_t> &&
+                                  !std::is_same_v<Type, char32_t>) ||
+                                 std::is_same_v<Type, float> || std::is_same_v<Type, double>;
+
+/// Whether what the parser converts may still be no Type: a handler then looks at each value.
+template <class Type>
+constexpr bool isChecked() {
+    if constexpr (isNumber<Type>) {
+        return sizeof(Type) < (std::is_integral_v<Type> ? sizeof(int) : sizeof(double));
+    } else {
+        return hasConversion<Type>;
+    }
+}
+
+template <class Type>
+constexpr mosaic2::das_variant_type_t tagOf() {
+    static_assert(std::is_void_v<Type> || std::is_same_v<Type, bool> || isNumber<Type> ||
+                      isText<Type> || hasWords<Type> || hasConversion<Type>,
+                  "No type for an option: specialise varo::Words or varo::Conversion for it.");
+    if constexpr (std::is_void_v<Type>) {
+        return mosaic2::vtNull;
+    } else if constexpr (std::is_same_v<Type, bool>) {
+        return mosaic2::vtBool;
+    } else if constexpr (isNumber<Type> && std::is_floating_point_v<Type>) {
+        return mosaic2::vtDouble;
+    } else if constexpr (isNumber<Type> && sizeof(Type) > sizeof(int)) {
+        return std::is_signed_v<Type> ? mosaic2::vtS64 : mosaic2::vtU64;
+    } else if constexpr (isNumber<Type>) {
+        return std::is_signed_v<Type> ? mosaic2::vtS32 : mosaic2::vtU32;
+    } else {
+        return mosaic2::vtString;
+    }
+}
+
+inline char const* textOf(mosaic2::variant_t const& value) {
+    return value.can_get<char const*>() ? value.get<char const*>() : nullptr;
+}
+
+/// What a variant holds, as Type; nothing if it is none. `reason` may then say why.
+template <class Type>
+std::optional<Type> read(mosaic2::variant_t const& value, std::string& reason) {
+    if constexpr (std::is_arithmetic_v<Type>) {
+        return numberAs<Type>(value);
+    } else {
+        char const* const text = textOf(value);
+        if (text == nullptr) {
+            return std::nullopt;
+        }
+        if constexpr (isText<Type>) {
+            return Type(text);
+        } else if constexpr (hasWords<Type>) {
+            for (Word<Type> const& word : Words<Type>::list) {
+                if (std::string_view(text) == word.text) {
+                    return word.value;
+                }
+            }
+            return std::nullopt;
+        } else {
+            return Conversion<Type>::fromText(text, reason);
+        }
+    }
+}
+
+template <class Type>
+std::optional<Type> read(mosaic2::variant_t const& value) {
+    std::string reason;
+    return read<Type>(value, reason);
+}
+
+/// A number as an option of its type holds it.
+template <class Type>
+mosaic2::variant_t numberVariant(Type number) {
+    if constexpr (std::is_same_v<Type, bool>) {
+        return number;
+    } else if constexpr (std::is_floating_point_v<Type>) {
+        return static_cast<double>(number);
+    } else if constexpr (std::is_signed_v<Type>) {
+        return static_cast<std::conditional_t<sizeof(Type) <= sizeof(int), int, long long>>(number);
+    } else {
+        return static_cast<
+            std::conditional_t<sizeof(Type) <= sizeof(int), unsigned, unsigned long long>>(number);
+    }
+}
+
+inline mosaic2::variant_t textVariant(std::string_view text) {
+    return mosaic2::variant_t::copy_of(text.data(), text.size());
+}
+
+/// `value`, which a host writes for an option of type Type, as the option holds it. A number that
+/// Type does not have keeps its own type, and describeMistakes() tells.
+template <class Type, class Given>
+mosaic2::variant_t write(Given const& value) {
+    if constexpr (std::is_same_v<Type, bool>) {
+        static_assert(std::is_same_v<Given, bool>, "The option is boolean.");
+        return value;
+    } else if constexpr (isNumber<Type>) {
+        static_assert(isNumber<Given>, "The option is a number.");
+        static_assert(std::is_floating_point_v<Type> || std::is_integral_v<Given>,
+                      "The option is an integer.");
+        mosaic2::variant_t const given = numberVariant(value);
+        std::optional<Type> const number = numberAs<Type>(given);
+        return number ? numberVariant(*number) : given;
+    } else if constexpr (isText<Type>) {
+        static_assert(std::is_convertible_v<Given const&, std::string_view>,
+                      "The option is a text.");
+        return textVariant(value);
+    } else if constexpr (hasWords<Type>) {
+        static_assert(std::is_same_v<Type, Given>, "The option is another enumeration.");
+        for (Word<Type> const& word : Words<Type>::list) {
+            if (word.value == value) {
+                return textVariant(word.text);
+            }
+        }
+        return {};
+    } else if constexpr (std::is_convertible_v<Given const&, std::string_view>) {
+        return textVariant(value);
+    } else {
+        static_assert(std::is_convertible_v<Given const&, Type>, "The option has another type.");
+        return textVariant(Conversion<Type>::toText(value));
+    }
+}
+
+/// Says which numbers Type has. Types with a conversion of their own give their own reasons.
+template <class Type>
+void explainRange(std::string& reason) {
+    if constexpr (isNumber<Type> && std::is_integral_v<Type>) {
+        reason = "It must be from " + std::to_string(std::numeric_limits<Type>::min()) + " to " +
+                 std::to_string(std::numeric_limits<Type>::max()) + ".";
+    } else if constexpr (isNumber<Type>) {
+        reason = "It is too large.";
+    }
+}
+
+}  // namespace internal
+}  // namespace varo_3_3

@@ -13,7 +13,7 @@ Walk::Walk(BasicParser& parser) : m_parser(parser), m_files(m_result) {
 
 void Walk::take(ArgumentSource& source) {
     ArgumentList args(source);
-    m_files.readFrom(args, source);
+    m_files.readFrom(args, source, m_nextPosition);
     // This takes one word at a time, so m_mode remembers when a positional value takes the rest.
     Recognizers recognizers(nullptr, nullptr, m_parser.flags() & ~kTakeTheRest, m_whiteSpace,
                             ownState());

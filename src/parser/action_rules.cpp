@@ -111,13 +111,16 @@ int BasicParser::parse_phase_two(ParseSession& session) {
             session.error = internal::join({"Action '-", action->firstName(), "' and action '-",
                                             other->firstName(),
                                             "' were defined, but only one action possible."});
+            keepFailedActions(session, action, other);
             break;
         case ActionVerdict::kNoAction:
             session.error = "No action defined.";
+            keepFailedActions(session, nullptr, nullptr);
             break;
         case ActionVerdict::kNotAccepted:
             session.error = internal::join({"Action '-", action->firstName(),
                                             "' doesn't accept option '-", other->firstName(), "'"});
+            keepFailedActions(session, other, nullptr);
             break;
     }
     return kParseError;

@@ -80,6 +80,7 @@ public:
     std::vector<std::set<std::string>> const& simultaneousActions() const {
         return m_simultaneousActions;
     }
+    Failure const* failure() const { return m_failure.get(); }
     HeldViews& views() { return m_views; }
     HeldViews const& views() const { return m_views; }
 
@@ -125,6 +126,7 @@ private:
     [[maybe_unused]] bool m_reserved = false;  // nothing reads it
 
     HeldViews m_views{nullptr, nullptr};
+    std::unique_ptr<Failure> m_failure;  // of the last parse; null after success
 };
 
 /// The parser behind the interface; null for null and for another implementation of IParser.

@@ -37,10 +37,12 @@ std::size_t OptionLines::numberOf(std::string_view argument, std::size_t /*taken
     return m_line;
 }
 
-void OptionFiles::readFrom(ArgumentList const& args, ArgumentSource const& source) {
+void OptionFiles::readFrom(ArgumentList const& args, ArgumentSource const& source, int position) {
     m_args = &args;
     if (m_current == kCommandLine) {
         m_label = source.label();
+    } else {
+        m_files[m_current].firstPosition = position;
     }
 }
 
@@ -97,6 +99,7 @@ bool OptionFiles::loadNext(std::string_view& content, std::string& error) {
     if (content.starts_with(kByteOrderMark)) {
         content.remove_prefix(kByteOrderMark.size());
     }
+    wanted.content = content;
     return true;
 }
 
@@ -115,22 +118,29 @@ bool OptionFiles::isInsideItself(std::size_t number) const {
     return outer != kCommandLine;
 }
 
-std::string OptionFiles::originOf(std::size_t file, std::size_t number) const {
-    std::string origin;
-    for (; file != kCommandLine; number = m_files[file].number, file = m_files[file].namedIn) {
-        origin += origin.empty() ? "" : ", from ";
-        origin += m_files[file].name;
-        if (number != 0) {
-            origin += ':';
-            origin += std::to_string(number);
-        }
-    }
-    if (number != 0) {
-        origin += origin.empty() ? "" : ", from ";
-        origin += m_label;
-        origin += std::to_string(number);
+Origin OptionFiles::originOf(std::size_t file, std::size_t number) const {
+    Origin origin = oneOrigin(file, number);
+    while (file != kCommandLine) {
+        number = m_files[file].number;
+        file = m_files[file].namedIn;
+        std::string const outer = oneOrigin(file, number).text();
+        origin.outer += outer.empty() ? ", from a default" : ", from ";
+        origin.outer += outer;
     }
     return origin;
+}
+
+Origin OptionFiles::oneOrigin(std::size_t file, std::size_t number) const {
+    bool const isInFile = file != kCommandLine;
+    return {isInFile, isInFile ? m_files[file].name : std::string(m_label), number, {}};
+}
+
+std::size_t OptionFiles::fileAt(int position) const {
+    std::size_t file = kCommandLine;
+    for (std::size_t next = 0; next < m_next && m_files[next].firstPosition <= position; ++next) {
+        file = next;
+    }
+    return file;
 }
 
 int BasicParser::expandOptionFiles(ParseSession& session) {
@@ -138,6 +148,7 @@ int BasicParser::expandOptionFiles(ParseSession& session) {
     std::string_view content;
     while (session.files.hasNext()) {
         if (!session.files.loadNext(content, session.error)) {
+            keepFailedFile(session);
             return kOptionFileUnreadable;
         }
         OptionLines lines(content, session.whiteSpace);

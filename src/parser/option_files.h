@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "parser/failure.h"
 #include "platform/load_file.h"
 #include "platform/white_space.h"
 #include "recognizers/argument_list.h"
@@ -22,13 +23,15 @@ class OptionLines final : public ArgumentSource {
 public:
     /// `text` and `whiteSpace` outlive this object.
     OptionLines(std::string_view text, internal::WhiteSpace& whiteSpace)
-        : m_rest(text), m_whiteSpace(whiteSpace), m_counted(text.data()) {}
+        : m_text(text), m_rest(text), m_whiteSpace(whiteSpace), m_counted(text.data()) {}
 
     bool next(std::string_view& argument) override;
     std::size_t numberOf(std::string_view argument, std::size_t taken) override;
     std::string_view label() const override { return "text:"; }
+    void rewind() override { m_rest = m_text; }
 
 private:
+    std::string_view m_text;
     std::string_view m_rest;
     internal::WhiteSpace& m_whiteSpace;
     char const* m_counted;  // where numberOf() was last asked for, in this line:
@@ -45,9 +48,9 @@ public:
     /// Stands for the arguments of the parse itself where a file is asked for.
     static constexpr std::size_t kCommandLine = ~std::size_t{0};
 
-    /// What is stored from now on is named in `args`, which are the parse's own or the last loaded
-    /// file's.
-    void readFrom(ArgumentList const& args, ArgumentSource const& source);
+    /// What is stored from now on, at `position` and later, is named in `args`, which are the
+    /// parse's own or the last loaded file's.
+    void readFrom(ArgumentList const& args, ArgumentSource const& source, int position);
 
     void store(OptionDescription const& option, OptionData const& data) override;
 
@@ -67,13 +70,31 @@ public:
 
     std::string const& nameOf(std::size_t file) const { return m_files[file].name; }
 
-    /// Where something stands, by file and line, or argument: "common.options:3, from
-    /// weekly.options:5, from argument 2". Without the line when that is 0.
-    std::string originOf(std::size_t file, std::size_t number) const;
+    /// What an argument of this file, with this number or line, comes from.
+    Origin originOf(std::size_t file, std::size_t number) const;
 
-    /// Where a file is named, in the same form.
-    std::string whereNamed(std::size_t file) const {
+    /// Where a file is named.
+    Origin whereNamed(std::size_t file) const {
         return originOf(m_files[file].namedIn, m_files[file].number);
+    }
+
+    /// The file whose arguments took this position.
+    std::size_t fileAt(int position) const;
+
+    /// Calls `read(args)` for the arguments of a file from the first on. `source` are the parse's
+    /// own.
+    template <class Read>
+    void readAgain(std::size_t file, ArgumentSource& source, internal::WhiteSpace& whiteSpace,
+                   Read read) const {
+        if (file == kCommandLine) {
+            source.rewind();
+            ArgumentList args(source);
+            read(args);
+        } else {
+            OptionLines lines(m_files[file].content, whiteSpace);
+            ArgumentList args(lines);
+            read(args);
+        }
     }
 
 private:
@@ -85,10 +106,13 @@ private:
         std::string name;
         std::size_t namedIn;  // number of a file, or kCommandLine
         std::size_t number;   // of the line or argument there; 0 for a default
+        std::string_view content{};
+        int firstPosition = kNoPosition;
         BRIX::file_t::identity_t identity{};
     };
 
     static bool namesFiles(OptionDescription const& option);
+    Origin oneOrigin(std::size_t file, std::size_t number) const;
     bool load(File& wanted, std::string& text) const;
     bool isInsideItself(std::size_t number) const;
 

@@ -44,10 +44,15 @@ int takePosition() {
     return internal::takePosition(IArgumentParser::m_idx);
 }
 
+int nextPosition() {
+    return internal::nextPosition(IArgumentParser::m_idx);
+}
+
 }  // namespace
 
 int BasicParser::parseArgsVector(int argc, char const* const* argv, IParseResult* result) {
     Target const target(result, m_registry);
+    m_failure = nullptr;
     (*target).applyDefault(m_registry, takePosition);
     if (argc < 2) {
         m_lastError.clear();
@@ -71,9 +76,11 @@ int BasicParser::parseStream(char const* text, IParseResult* result) {
 int BasicParser::parseVector(ArgumentSource& source, internal::WhiteSpace& whiteSpace,
                              ParseResult& result) {
     m_lastError.clear();
+    m_failure = nullptr;
     try {
-        ParseSession session(result, whiteSpace);
+        ParseSession session(result, whiteSpace, nextPosition());
         int const code = runPhases(source, session);
+        m_failure = std::move(session.failure);
         setLastError(code == kSuccess ? session.warnings : session.error);
         return code;
     } catch (std::exception const&) {
@@ -90,7 +97,11 @@ int BasicParser::runPhases(ArgumentSource& source, ParseSession& session) {
     if (code == kSuccess && m_optionFileEnabled) {
         code = expandOptionFiles(session);
     }
-    return code == kSuccess ? parse_phase_two(session) : code;
+    if (code == kSuccess) {
+        session.source = &source;
+        code = parse_phase_two(session);
+    }
+    return code;
 }
 
 /// What takes the next occurrence. Option files can be enabled by a handler, in the middle of a
@@ -104,9 +115,15 @@ IResultCollector* BasicParser::collectorOf(ParseSession& session) const {
 
 int BasicParser::parseList(ArgumentSource& source, ParseSession& session) {
     ArgumentList args(source);
-    session.files.readFrom(args, source);
-    int const code = parse_phase_one(args, session);
-    return code == kSuccess ? collectNonparsingArguments(args, session) : code;
+    session.files.readFrom(args, source, nextPosition());
+    int code = parse_phase_one(args, session);
+    if (code == kSuccess) {
+        code = collectNonparsingArguments(args, session);
+        if (code != kSuccess) {
+            keepFailedArgument(session, args, Failure::kPlain);
+        }
+    }
+    return code;
 }
 
 int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
@@ -122,6 +139,7 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
         IArgumentParser* const recognizer = recognizers.choose(args, m_registry, reason);
         if (recognizer == nullptr) {
             if (takeUnclaimed(args, session.error) != kSuccess) {
+                keepFailedArgument(session, args, Failure::kArgument);
                 return kParseError;
             }
             continue;
@@ -132,6 +150,9 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
             recognizer->parse(args, collectorOf(session), m_registry, optionIndex, message);
         if (code != kSuccess) {
             session.error = message;
+            bool const isPositional = recognizer == &recognizers.positional;
+            keepFailedArgument(session, args,
+                               isPositional ? Failure::kPositional : Failure::kArgument);
             return code;
         }
         session.addWarning(message);

@@ -18,6 +18,9 @@ public:
     /// What a number belongs to, in front of it: "argument ".
     virtual std::string_view label() const = 0;
 
+    /// Begins again with the first argument.
+    virtual void rewind() = 0;
+
 protected:
     ~ArgumentSource() = default;
 };
@@ -74,6 +77,7 @@ public:
         return 1;
     }
     std::string_view label() const override { return "argument "; }
+    void rewind() override { m_isTaken = false; }
 
 private:
     std::string_view m_argument;
@@ -98,6 +102,7 @@ public:
         return static_cast<std::size_t>(m_next - m_begin) - taken + 1;
     }
     std::string_view label() const override { return "argument "; }
+    void rewind() override { m_next = m_begin; }
 
 private:
     char const* const* m_begin;

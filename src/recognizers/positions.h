@@ -21,4 +21,9 @@ inline int takePosition(int& next) {
     return position;
 }
 
+/// The next number of a sequence, which stays the next.
+inline int nextPosition(int const& next) {
+    return __atomic_load_n(&next, __ATOMIC_RELAXED);
+}
+
 }  // namespace varo_3_3::internal

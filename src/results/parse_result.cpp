@@ -120,6 +120,16 @@ Value ParseResult::defaultOf(std::string_view name) const {
     return number != HashIndex::kNone ? m_entries[number].defaultValue : Value();
 }
 
+int ParseResult::firstOccurrence(std::string_view name, int from) const {
+    std::uint32_t const number = findEntry(name);
+    if (number == HashIndex::kNone) {
+        return kNoPosition;
+    }
+    Entry const& entry = m_entries[number];
+    std::size_t const at = findItem(entry, from, kNoPosition);
+    return at < entry.items.size() ? entry.items[at].occurrence : kNoPosition;
+}
+
 std::vector<GivenOption> ParseResult::givenOptions() const {
     std::vector<GivenOption> given;
     given.reserve(m_entries.size());

@@ -57,6 +57,10 @@ public:
     /// The default of the option called `name`; Value() if it has none.
     Value defaultOf(std::string_view name) const;
 
+    /// The position of the first occurrence of `name` from this position on; kNoPosition if there
+    /// is none. Unlike a query this moves no iteration.
+    int firstOccurrence(std::string_view name, int from) const;
+
     /// The options that were given (an entry with a default alone was not), in no particular order.
     std::vector<GivenOption> givenOptions() const;
 

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "recognizers/argument_list.h"
+#include "results/parse_result.h"
+
+namespace varo_3_3 {
+
+class OptionFiles;
+struct ParseSession;
+
+/// Where an argument stands: its number or line, and what leads to that.
+struct Origin {
+    bool isInFile = false;
+    std::string list;        ///< the name of the file; else "argument ", or "text:"
+    std::size_t number = 0;  ///< 0 when it is not known
+    std::string outer;       ///< ", from weekly.options:5, from argument 2"
+
+    /// "common.options:3, from weekly.options:5, from argument 2", of a file without a known line
+    /// the name alone; "" when nothing is known.
+    std::string text() const;
+};
+
+/// What is kept of a parse that failed, for those who explain it afterwards. Costs a parse nothing
+/// until it fails.
+struct Failure {
+    /// What failed.
+    enum Stage {
+        kArgument,    ///< an argument before the end marker
+        kPositional,  ///< one that only the positional option could take
+        kPlain,       ///< one after the end marker
+        kOptionFile,  ///< an option file, which could not be read
+        kActions      ///< the options and actions together
+    };
+
+    Stage stage = kArgument;
+    Origin origin;
+
+    /// The failed argument and those after it; of kActions all of the list that `misplaced` is in.
+    /// Long ones are cut, and of many the last are left out.
+    struct Word {
+        std::string text;
+        std::size_t number;
+    };
+    std::vector<Word> words;
+
+    /// Keys of the options that were stored.
+    std::vector<std::string> given;
+
+    /// The name of the option or action that does not fit; "" if there is none.
+    std::string misplaced;
+};
+
+/// Keeps that the front of `args` failed. Does nothing when memory is short, like those below.
+void keepFailedArgument(ParseSession& session, ArgumentList& args, Failure::Stage stage) noexcept;
+
+/// Keeps that the option file loaded last failed.
+void keepFailedFile(ParseSession& session) noexcept;
+
+/// Keeps that `one` or, when both are given, the later of the two does not fit. Either may be null.
+void keepFailedActions(ParseSession& session, OptionDescription const* one,
+                       OptionDescription const* other) noexcept;
+
+}  // namespace varo_3_3

@@ -56,8 +56,7 @@ TEST(Recognizers, LeaveAnArgumentThatFailsWhereItIs) {
              Row{positional, "1,x", cannotParse("1,x", "n", "x", "integer")},
          }) {
         SCOPED_TRACE(argument);
-        SingleArgument source(argument);
-        ArgumentList list(source);
+        ArgumentList list(argument);
         ParseResult result;
         std::string text;
         unsigned long index = 0;

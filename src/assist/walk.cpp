@@ -80,8 +80,7 @@ void Walk::takePlain(ArgumentList& args) {
     m_result.storeArgument(args[0], takePosition(m_nextPosition));
     WalkedWord& word = note(WalkedWord::kPlain, args);
     if ((m_parser.flags() & kPositionalAfterMarker) != 0) {
-        SingleArgument source(args[0]);
-        ArgumentList single(source);
+        ArgumentList single(args[0]);
         PositionalOptionsParser positional(nullptr, nullptr, m_parser.flags() & ~kDashGuard,
                                            ownState());
         if (positional.recognize(single, m_parser.registry(), m_message) == kTaken) {

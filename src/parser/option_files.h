@@ -23,11 +23,14 @@ class OptionLines final : public ArgumentSource {
 public:
     /// `text` and `whiteSpace` outlive this object.
     OptionLines(std::string_view text, internal::WhiteSpace& whiteSpace)
-        : m_text(text), m_rest(text), m_whiteSpace(whiteSpace), m_counted(text.data()) {}
+        : ArgumentSource("text:"),
+          m_text(text),
+          m_rest(text),
+          m_whiteSpace(whiteSpace),
+          m_counted(text.data()) {}
 
     bool next(std::string_view& argument) override;
     std::size_t numberOf(std::string_view argument, std::size_t taken) override;
-    std::string_view label() const override { return "text:"; }
     void rewind() override { m_rest = m_text; }
 
 private:

@@ -196,8 +196,7 @@ int BasicParser::collectNonparsingArguments(ArgumentList& args, ParseSession& se
 
 /// Gives a plain argument to the positional option as well, whatever it begins with.
 int BasicParser::offerToPositional(std::string_view argument, ParseSession& session) {
-    SingleArgument source(argument);
-    ArgumentList args(source);
+    ArgumentList args(argument);
     PositionalOptionsParser positional(listener(), &m_garbage, m_flags & ~kDashGuard);
     auto const logResult = [](std::string_view step, int code, std::string_view message) {
         char const digit = static_cast<char>('0' + code);

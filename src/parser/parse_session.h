@@ -23,11 +23,11 @@ struct ParseSession {
 
     ParseResult& result;
     internal::WhiteSpace& whiteSpace;
-    OptionFiles files;     ///< the collector before the result, once they are enabled
-    std::string error;     ///< of the argument that ended the parse
-    std::string warnings;  ///< one per line
+    OptionFiles files;                 ///< the collector before the result, once they are enabled
+    std::string error;                 ///< of the argument that ended the parse
+    std::string warnings;              ///< one per line
     ArgumentSource* source = nullptr;  ///< its arguments, once they were read
-    int firstPosition;     ///< of what this parse stores
+    int firstPosition;                 ///< of what this parse stores
     std::unique_ptr<Failure> failure;
 };
 

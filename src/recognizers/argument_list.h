@@ -15,25 +15,32 @@ public:
     /// arguments taken since, itself included. Nobody counts before this is asked.
     virtual std::size_t numberOf(std::string_view argument, std::size_t taken) = 0;
 
-    /// What a number belongs to, in front of it: "argument ".
-    virtual std::string_view label() const = 0;
-
     /// Begins again with the first argument.
     virtual void rewind() = 0;
 
+    /// What stands before a number: "argument ", or "text:".
+    std::string_view label() const { return m_label; }
+
 protected:
+    explicit ArgumentSource(std::string_view label) : m_label(label) {}
     ~ArgumentSource() = default;
+
+private:
+    std::string_view m_label;
 };
 
 /// The arguments not yet consumed, the first one as [0]. It looks at no more than two of them and
 /// copies none, so consuming one costs the same however many follow.
 class ArgumentList {
 public:
-    explicit ArgumentList(ArgumentSource& source) : m_source(source) {
-        while (m_size < 2 && m_source.next(m_window[m_size])) {
+    explicit ArgumentList(ArgumentSource& source) : m_source(&source) {
+        while (m_size < 2 && source.next(m_window[m_size])) {
             ++m_size;
         }
     }
+
+    /// One argument, of no source.
+    explicit ArgumentList(std::string_view argument) : m_window{argument, {}}, m_size(1) {}
 
     bool empty() const { return m_size == 0; }
     bool hasSecond() const { return m_size == 2; }
@@ -41,47 +48,23 @@ public:
     /// Requires: `at` is 0 and the list is not empty, or `at` is 1 and it has a second argument.
     std::string_view operator[](std::size_t at) const { return m_window[at]; }
 
-    /// Where the argument that is now [at] stands in its source.
+    /// Where the argument that is now [at] stands in its source, which it has.
     std::size_t numberOf(std::size_t at) const {
-        return m_source.numberOf(m_window[at], m_size - at);
+        return m_source->numberOf(m_window[at], m_size - at);
     }
 
     /// Requires: the list is not empty.
     void eraseFront() {
         m_window[0] = m_window[1];
-        if (m_size < 2 || !m_source.next(m_window[1])) {
+        if (m_size < 2 || !m_source->next(m_window[1])) {
             --m_size;
         }
     }
 
 private:
-    ArgumentSource& m_source;
+    ArgumentSource* m_source = nullptr;
     std::string_view m_window[2];
     std::size_t m_size = 0;
-};
-
-/// A single argument.
-class SingleArgument final : public ArgumentSource {
-public:
-    explicit SingleArgument(std::string_view argument) : m_argument(argument) {}
-
-    bool next(std::string_view& argument) override {
-        bool const isLeft = !m_isTaken;
-        if (isLeft) {
-            argument = m_argument;
-            m_isTaken = true;
-        }
-        return isLeft;
-    }
-    std::size_t numberOf(std::string_view /*argument*/, std::size_t /*taken*/) override {
-        return 1;
-    }
-    std::string_view label() const override { return "argument "; }
-    void rewind() override { m_isTaken = false; }
-
-private:
-    std::string_view m_argument;
-    bool m_isTaken = false;
 };
 
 /// The arguments of a program, in the order of argv.
@@ -89,7 +72,10 @@ class ArgumentVector final : public ArgumentSource {
 public:
     /// Requires: none of the `count` pointers is null.
     ArgumentVector(char const* const* arguments, std::size_t count)
-        : m_begin(arguments), m_next(arguments), m_end(arguments + count) {}
+        : ArgumentSource("argument "),
+          m_begin(arguments),
+          m_next(arguments),
+          m_end(arguments + count) {}
 
     bool next(std::string_view& argument) override {
         if (m_next == m_end) {
@@ -101,7 +87,6 @@ public:
     std::size_t numberOf(std::string_view /*argument*/, std::size_t taken) override {
         return static_cast<std::size_t>(m_next - m_begin) - taken + 1;
     }
-    std::string_view label() const override { return "argument "; }
     void rewind() override { m_next = m_begin; }
 
 private:

@@ -94,4 +94,12 @@ VARO_EXPORT ActionGroup const* nextActionGroup(IParser* parser, ActionGroup cons
 /// The flags that the parser was created with; -1 for a parser of another kind and for null.
 VARO_EXPORT int creationFlags(IParser* parser);
 
+/// The command line as JSON, for other programs and for comparing one version of a program with the
+/// next (varo-clidiff does that): the declarations in their order with all that decides what a line
+/// means, the creation flags, the groups of actions, and the shortest beginning of each name that
+/// no other name has. docs/json.md describes it; its member "version" counts the changes that a
+/// reader must know of. Always valid JSON and UTF-8: a text that is not UTF-8 comes with its bytes
+/// in hexadecimal. The same declarations give the same text. "" when memory runs out.
+VARO_EXPORT char const* describeJson(IParser* parser);
+
 }  // namespace varo_3_3

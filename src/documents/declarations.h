@@ -23,4 +23,13 @@ void forEachDeclaration(BasicParser& parser, Visit visit) {
     }
 }
 
+/// The same for the groups of actions.
+template <class Visit>
+void forEachActionGroup(BasicParser& parser, Visit visit) {
+    for (ActionGroup const* group = firstActionGroup(parser); group != nullptr;
+         group = actionGroupAfter(parser, *group)) {
+        visit(*group);
+    }
+}
+
 }  // namespace varo_3_3

@@ -148,6 +148,14 @@ void addOwnRows() {
     add("actions", "varo", {10, 100, 1000}, actionsWork);
     add("description", "varo", {100'000, 1'000'000, 10'000'000}, longDescriptionWork);
     add("ambiguous", "varo", {200, 2000, 20'000}, ambiguousWork);
+    Sizes const forced = {100, 1000, 10'000};
+    add("deprecating", "varo", forced, deprecatingWork);
+    add("deprecated", "varo", forced, deprecatedWork);
+    add("allowed", "varo", forced, allowedWork);
+    add("group", "varo", forced, groupWork);
+    add("shared-names", "varo", forced, sharedNamesWork);
+    add("shared-name", "varo", forced, sharedNameWork);
+    add("tags", "varo", forced, tagsWork);
 }
 
 std::vector<Row> const kRows = {
@@ -168,6 +176,13 @@ std::vector<Row> const kRows = {
     {"actions", "1,000 actions whose modifiers share one name", 0, 0, 1.15, 1},
     {"description", "help with a description of 10 MB", 0, 0, 1.15, 1},
     {"ambiguous", "20,000 candidates of one ambiguous abbreviation", 0, 0, 1.15, 1},
+    {"deprecating", "declare 10,000 deprecated values", 0, 0, 1.15, 1},
+    {"deprecated", "10,000 deprecated values, one in each of 10,000 arguments", 0, 0, 1.15, 1},
+    {"allowed", "10,000 allowed values, one in each of 10,000 arguments", 0, 0, 1.15, 1},
+    {"group", "10,000 actions that are allowed together, all given", 0, 0, 1.15, 1},
+    {"shared-names", "10,000 times an abbreviation of 10,000 names of one option", 0, 0, 1.15, 1},
+    {"shared-name", "10,000 times an abbreviated name that 10,000 modifiers share", 0, 0, 1.15, 1},
+    {"tags", "10,000 times an abbreviated modifier with 10,000 tags", 0, 0, 1.15, 1},
 };
 
 /// callgrind counts while this function runs.

@@ -85,6 +85,50 @@ std::shared_ptr<Pair> parsedOccurrences(long count) {
     return pair;
 }
 
+using Refine = std::function<void(IParser*)>;
+
+/// Parses `arguments` again and again with a parser that `declare` prepares.
+Work parseAllWork(Refine const& declare, std::vector<std::string> arguments) {
+    auto const pair = std::make_shared<Pair>();
+    declare(pair->parser);
+    return [pair, arguments = std::move(arguments)] {
+        std::vector<char const*> argv = {"program"};
+        for (std::string const& argument : arguments) {
+            argv.push_back(argument.c_str());
+        }
+        IParseResult* result = nullptr;
+        pair->parser->createResult(&result);
+        int const code =
+            pair->parser->parseArgsVector(static_cast<int>(argv.size()), argv.data(), result);
+        result->destroy();
+        require(code == kSuccess, pair->parser->getErrorDesc());
+    };
+}
+
+/// As many texts that differ in their numbers, from 0 on.
+std::vector<std::string> numbered(std::string const& text, long count) {
+    std::vector<std::string> texts;
+    for (long index = 0; index < count; ++index) {
+        texts.push_back(text + std::to_string(index));
+    }
+    return texts;
+}
+
+std::string join(std::vector<std::string> const& names) {
+    std::string list;
+    for (std::string const& name : names) {
+        list += (list.empty() ? "" : ",") + name;
+    }
+    return list;
+}
+
+void deprecate(IParser* parser, long count) {
+    IOption* const option = parser->option("option", "A text", mosaic2::vtString, "");
+    for (std::string const& value : numbered("old", count)) {
+        option->allowDeprecatedValue(value.c_str(), "new");
+    }
+}
+
 }  // namespace
 
 Varo::Varo(Workload const& workload) {
@@ -176,6 +220,83 @@ Work ambiguousWork(long count) {
         std::string_view const text = pair->parser->getErrorDesc();
         require(code == kParseError && static_cast<long>(text.size()) > 10 * count, "wrong error");
     };
+}
+
+Work deprecatingWork(long count) {
+    return [count] {
+        Pair const pair;
+        deprecate(pair.parser, count);
+        std::string const argument = "--option=old" + std::to_string(count - 1);
+        char const* const argv[] = {"program", argument.c_str()};
+        int const code = pair.parser->parseArgsVector(2, argv, pair.result);
+        require(code == kSuccess && *pair.parser->getErrorDesc() != '\0', "no warning");
+    };
+}
+
+Work deprecatedWork(long count) {
+    return parseAllWork([count](IParser* parser) { deprecate(parser, count); },
+                        numbered("--option=old", count));
+}
+
+Work allowedWork(long count) {
+    auto const allow = [count](IParser* parser) {
+        IOption* const option = parser->option("option", "A text", mosaic2::vtString, "");
+        for (std::string const& value : numbered("value", count)) {
+            option->allowValue(value.c_str());
+        }
+    };
+    return parseAllWork(allow, numbered("--option=value", count));
+}
+
+Work groupWork(long count) {
+    auto const declare = [count](IParser* parser) {
+        std::vector<std::string> const names = numbered("action", count);
+        for (std::string const& name : names) {
+            parser->action(name.c_str(), "Does something", mosaic2::vtNull, "");
+        }
+        parser->allowSimultaneousActions({names.begin(), names.end()});
+    };
+    return parseAllWork(declare, numbered("--action", count));
+}
+
+Work sharedNamesWork(long count) {
+    auto const declare = [count](IParser* parser) {
+        for (char const* const action : {"one", "two"}) {
+            parser->action(action, "Does something", mosaic2::vtNull, "");
+            IOption* const option =
+                parser->modifier("common", action, "A number", mosaic2::vtS32, "");
+            for (std::string const& name : numbered("common", count)) {
+                option->synonym(name.c_str());
+            }
+        }
+    };
+    std::vector<std::string> arguments(static_cast<std::size_t>(count), "--comm=1");
+    arguments.front() = "--one";
+    return parseAllWork(declare, std::move(arguments));
+}
+
+Work sharedNameWork(long count) {
+    auto const declare = [count](IParser* parser) {
+        for (std::string const& name : numbered("action", count)) {
+            parser->action(name.c_str(), "Does something", mosaic2::vtNull, "");
+            parser->modifier("level", name.c_str(), "How", mosaic2::vtS32, "");
+        }
+    };
+    std::vector<std::string> arguments(static_cast<std::size_t>(count), "--lev=1");
+    arguments.front() = "--action0";
+    return parseAllWork(declare, std::move(arguments));
+}
+
+Work tagsWork(long count) {
+    auto const declare = [count](IParser* parser) {
+        parser->action("action0", "Does something", mosaic2::vtNull, "");
+        std::string const tags = join(numbered("action", count));
+        parser->modifier("level", tags.c_str(), "How", mosaic2::vtS32, "");
+        parser->modifier("level", "other", "How else", mosaic2::vtS32, "");
+    };
+    std::vector<std::string> arguments(static_cast<std::size_t>(count), "--lev=1");
+    arguments.front() = "--action0";
+    return parseAllWork(declare, std::move(arguments));
 }
 
 }  // namespace bench

@@ -37,4 +37,26 @@ Work actionsWork(long count);
 /// Parses what the names of `count` options begin with: an error that lists them all.
 Work ambiguousWork(long count);
 
+// What a user or an unusual declaration can force: `count` of something in one place and, unless
+// only declaring is meant, `count` arguments that all meet it.
+
+/// Declares an option with `count` deprecated values.
+Work deprecatingWork(long count);
+
+/// Values of an option that are all deprecated, and values that are all allowed.
+Work deprecatedWork(long count);
+Work allowedWork(long count);
+
+/// All actions of one allowed group.
+Work groupWork(long count);
+
+/// An abbreviation of `count` names, all of one modifier and, in the same order, of another one.
+Work sharedNamesWork(long count);
+
+/// An abbreviation of the one name of `count` modifiers, which belong to different actions.
+Work sharedNameWork(long count);
+
+/// An abbreviated modifier with `count` tags, and another one of its name.
+Work tagsWork(long count);
+
 }  // namespace bench

@@ -159,6 +159,45 @@ public:
     variant_t m_kept;
 };
 
+TEST_F(Variants, NameTheSameObjectFromTwoBlocks) {
+    Object objects[2];
+    object_t* const pointers[] = {&objects[0], &objects[0], &objects[1]};
+    std::vector<variant_t> variants;
+    for (object_t* const& pointer : pointers) {
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): the block holds the pointer itself
+        variants.push_back(block(vtObject, &pointer, sizeof(pointer)));
+    }
+    variant_t alias;
+    objects[0].m_alias = objects[1].m_alias = &alias;
+    EXPECT_TRUE(variants[0] == variants[1]);
+    EXPECT_FALSE(variants[0] < variants[1] || variants[1] < variants[0]);
+    EXPECT_FALSE(variants[0] == variants[2]);
+    EXPECT_TRUE(variants[0] < variants[2] && !(variants[2] < variants[0]));
+}
+
+// Another program's null text may be a header alone, after which nothing may be read.
+TEST_F(Variants, ReadNothingOfATextWithoutBytes) {
+    for (das_variant_type_t const type : {vtString, vtWString}) {
+        auto* const header = static_cast<variant_t::data_header_t*>(
+            variant_t::m_mem.m_allocate(sizeof(variant_t::data_header_t)));
+        *header = {0, 1};
+        variant_t nothing;
+        nothing.m_value.m_data = header + 1;
+        nothing.m_type = type;
+        variant_t empty = type == vtString ? variant_t("", true) : tagged(vtWStringRef, 0);
+        EXPECT_TRUE(nothing == empty);
+        EXPECT_FALSE(nothing < empty || empty < nothing);
+        EXPECT_TRUE(type != vtString || *nothing.get<char const*>() == '\0');
+        varo::Parser const parser;
+        parser->option("to", "", vtString, "")
+            ->allowValue(nothing)
+            ->allowDeprecatedValue(nothing, "x")
+            ->defaultValue(nothing);
+        varo_test::check(parser,
+                         {{{}, 0, "", "to", type == vtString ? "default ''" : "default null"}});
+    }
+}
+
 TEST_F(Variants, ReleaseAnObjectOnce) {
     Object object;
     object_t* const pointer = &object;

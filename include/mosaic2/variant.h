@@ -53,7 +53,8 @@ enum das_variant_type_t : std::int32_t {
 VARO_EXPORT int string_compare(char const* left, char const* right);
 VARO_EXPORT int string_compare(wchar_t const* left, wchar_t const* right);
 
-/// Orders the payloads of two vtObject blocks, by their addresses: negative, zero or positive.
+/// Orders the payloads of two vtObject blocks by the addresses of the objects that they begin with:
+/// negative, zero or positive. A null payload counts as one without an object.
 VARO_EXPORT int notype_ptr_compare(void const* left, void const* right);
 
 namespace internal {
@@ -236,6 +237,17 @@ private:
         return reinterpret_cast<data_header_t*>(static_cast<char*>(data) - sizeof(data_header_t));
     }
 
+    /// Whether this is a string without any text, not even the zero that ends one: a null text is
+    /// counted so, and programs other than this library may allocate nothing after the header.
+    bool has_no_text(das_variant_type_t owned) const noexcept {
+        return m_type == owned && m_value.m_data != nullptr &&
+               header_of(m_value.m_data)->m_size == 0;
+    }
+    char const* narrow_text() const noexcept { return has_no_text(vtString) ? "" : m_value.m_text; }
+    wchar_t const* wide_text() const noexcept {
+        return has_no_text(vtWString) ? L"" : m_value.m_wide_text;
+    }
+
     /// The block of a null text, whose size is 0, still gets one byte for a terminating zero.
     [[gnu::noinline]] void make_string(char const* text, std::size_t length) {
         void* const memory = m_mem.m_allocate(sizeof(data_header_t) + length + 1);
@@ -403,7 +415,7 @@ inline double variant_t::get<double>() const {
 template <>
 inline char const* variant_t::get<char const*>() const {
     MOSAIC2_ASSERT(can_get<char const*>(), "can_get<const char*>()");
-    return m_value.m_text;
+    return narrow_text();
 }
 
 inline bool variant_t::operator<(variant_t const& other) const {
@@ -418,10 +430,10 @@ inline bool variant_t::operator<(variant_t const& other) const {
         return to_double() < other.to_double();
     }
     if (is_narrow(type) && is_narrow(otherType)) {
-        return string_compare(m_value.m_text, other.m_value.m_text) < 0;
+        return string_compare(narrow_text(), other.narrow_text()) < 0;
     }
     if (is_wide(type) && is_wide(otherType)) {
-        return string_compare(m_value.m_wide_text, other.m_value.m_wide_text) < 0;
+        return string_compare(wide_text(), other.wide_text()) < 0;
     }
     if (type != otherType) {
         return otherType < type;  // intended: between kinds the higher tag sorts first
@@ -446,10 +458,10 @@ inline bool variant_t::operator==(variant_t const& other) const {
         return to_double() == other.to_double();
     }
     if (is_narrow(type) && is_narrow(otherType)) {
-        return string_compare(m_value.m_text, other.m_value.m_text) == 0;
+        return string_compare(narrow_text(), other.narrow_text()) == 0;
     }
     if (is_wide(type) && is_wide(otherType)) {
-        return string_compare(m_value.m_wide_text, other.m_value.m_wide_text) == 0;
+        return string_compare(wide_text(), other.wide_text()) == 0;
     }
     if (type != otherType) {
         return false;

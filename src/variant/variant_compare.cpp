@@ -1,3 +1,4 @@
+#include <cstring>
 #include <functional>
 #include <string_view>
 
@@ -20,8 +21,17 @@ int string_compare(wchar_t const* left, wchar_t const* right) {
 }
 
 int notype_ptr_compare(void const* left, void const* right) {
+    auto const objectOf = [](void const* payload) {
+        void const* object = nullptr;
+        if (payload != nullptr) {
+            std::memcpy(&object, payload, sizeof(object));
+        }
+        return object;
+    };
     std::less<void const*> const before;
-    return before(left, right) ? -1 : before(right, left) ? 1 : 0;
+    void const* const leftObject = objectOf(left);
+    void const* const rightObject = objectOf(right);
+    return before(leftObject, rightObject) ? -1 : before(rightObject, leftObject) ? 1 : 0;
 }
 
 }  // namespace mosaic2

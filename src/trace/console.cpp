@@ -1,12 +1,14 @@
 #include "trace/console.h"
 
+#include <cxxabi.h>
+
 #include <ios>
 #include <ostream>
 
 #include "varo/trace.h"
 
 // <iostream> is not included, since it would set up the standard streams whenever the library is
-// loaded; writeLine() sees to them when there is something to write.
+// loaded; console() sees to them when there is something to write.
 namespace std {
 extern ostream cout;
 }
@@ -28,14 +30,20 @@ bool prepareConsole() {
 
 namespace varo_3_3::internal {
 
-void writeLine(std::initializer_list<std::string_view> parts) noexcept {
+std::ostream& console() {
+    BRIX::internal::prepareConsole();
+    return BRIX::ucout;
+}
+
+void writeLine(std::ostream& stream, std::initializer_list<std::string_view> parts) {
     try {
-        BRIX::internal::prepareConsole();
         for (std::string_view const part : parts) {
-            BRIX::ucout.write(part.data(), static_cast<std::streamsize>(part.size()));
+            stream.write(part.data(), static_cast<std::streamsize>(part.size()));
         }
-        BRIX::ucout.write("\n", 1);
-        BRIX::ucout.flush();
+        stream.write("\n", 1);
+        stream.flush();
+    } catch (abi::__forced_unwind&) {
+        throw;       // a thread that is cancelled while it writes must unwind to its end
     } catch (...) {  // a host may make the stream throw
     }
 }

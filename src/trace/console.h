@@ -1,12 +1,16 @@
 #pragma once
 
 #include <initializer_list>
+#include <iosfwd>
 #include <string_view>
 
 namespace varo_3_3::internal {
 
-/// Writes the parts to the console stream as one line, immediately. Never fails: what the console
-/// refuses is lost, even when the host made the stream throw.
-void writeLine(std::initializer_list<std::string_view> parts) noexcept;
+/// The console stream, ready for use.
+std::ostream& console();
+
+/// Writes the parts as one line to `stream`, at once. What the stream refuses is lost, even when
+/// the host made it throw; only the cancellation of the thread passes through.
+void writeLine(std::ostream& stream, std::initializer_list<std::string_view> parts);
 
 }  // namespace varo_3_3::internal

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <string_view>
 
 #include "trace/console.h"
@@ -7,26 +8,39 @@
 
 namespace varo_3_3::internal {
 
-// The parts of a line are converted in a separate function, out of the path of a parse that is not
-// traced.
+/// Where lines of the trace go: the console stream while the trace is on, else a stream that
+/// discards them.
+std::ostream& varoLog();
+
+/// Whether the trace is on. The switch is a plain bool for hosts; threads may change it meanwhile.
+inline bool isTraced(bool const& traceSwitch) {
+    return __atomic_load_n(&traceSwitch, __ATOMIC_RELAXED);
+}
+
+inline void switchTrace(bool isOn) {
+    __atomic_store_n(&varoLogEnabled, isOn, __ATOMIC_RELAXED);
+}
+
+// What a line is put together from is converted in a function of its own, off the way of a parse
+// that is not traced.
 template <class... Parts>
 [[gnu::cold, gnu::noinline]] void writeTrace(Parts... parts) {
-    writeLine({parts...});
+    writeLine(varoLog(), {parts...});
 }
 
 template <class>
 using TextPart = std::string_view;
 
-/// Writes one line of the trace, assembled from texts, if `isOn`. Otherwise this costs one branch
-/// and nothing is assembled.
+/// Writes one line of the trace, put together from texts, while the switch is on. Otherwise this
+/// costs one branch, and nothing is put together.
 template <class... Parts>
-void traceWhile(bool const& isOn, Parts const&... parts) {
-    if (isOn) [[unlikely]] {
+void traceWhile(bool const& traceSwitch, Parts const&... parts) {
+    if (isTraced(traceSwitch)) [[unlikely]] {
         writeTrace<TextPart<Parts>...>(parts...);
     }
 }
 
-/// The same while the process's trace is on.
+/// The same for the switch of the process.
 template <class... Parts>
 void varoLog(Parts const&... parts) {
     traceWhile(varoLogEnabled, parts...);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <optional>
 
 #include "help/paragraph.h"
 #include "options/value_text.h"
@@ -45,13 +46,23 @@ void appendNames(std::string& entry, OptionDescription const& option, HelpStyle 
     }
 }
 
-void appendSwitch(std::string& entry, OptionDescription const& option, HelpStyle style) {
+/// How a boolean's default, of whatever kind, reads: numbers by their value, nothing as off, other
+/// kinds not at all.
+std::optional<bool> defaultState(OptionDescription const& option) {
     mosaic2::variant_t const& value = option.m_defaultValue;
-    bool const hasDefault = option.m_hasDefault && value.can_get<bool>();
-    entry += hasDefault && value.get<bool>() ? " (default)" : "";
+    if (option.m_hasDefault && value.m_type == mosaic2::vtNull) {
+        return false;
+    }
+    return option.m_hasDefault && value.can_get<double>() ? std::optional(value.get<double>() != 0)
+                                                          : std::nullopt;
+}
+
+void appendSwitch(std::string& entry, OptionDescription const& option, HelpStyle style) {
+    std::optional<bool> const state = defaultState(option);
+    entry += state == true ? " (default)" : "";
     entry += (style.flags & kDoubleDashHelp) != 0 ? " | --no-" : " | -no-";
     entry += option.firstName();
-    entry += hasDefault && !value.get<bool>() ? " (default)" : "";
+    entry += state == false ? " (default)" : "";
 }
 
 void appendValue(std::string& entry, OptionDescription const& option) {

@@ -10,17 +10,13 @@ char const* Garbage::init(char const* text) {
 }
 
 char const* Garbage::init(std::string_view text) {
-    std::uint32_t const hash = internal::TextHash::of(text);
-    std::uint32_t const held = m_sharedIndex.find(
-        hash, [&](std::uint32_t candidate) { return m_shared[candidate] == text; });
-    if (held != internal::HashIndex::kNone) {
-        return m_shared[held].data();
-    }
-    m_sharedIndex.reserveMore(1);
-    char const* const copy = keep(text);
-    m_shared.emplace_back(copy, text.size());
-    m_sharedIndex.insert(hash, static_cast<std::uint32_t>(m_shared.size() - 1));
-    return copy;
+    auto const place = m_shared.lower_bound(text);
+    bool const isHeld = place != m_shared.end() && *place == text;
+    return (isHeld ? place : m_shared.emplace_hint(place, text))->c_str();
+}
+
+char const* Garbage::init(std::string&& text) {
+    return m_shared.insert(std::move(text)).first->c_str();
 }
 
 char const* Garbage::keep(char const* text) {
@@ -50,17 +46,6 @@ char const* Garbage::keep(std::string_view text) {
     text.copy(place, text.size());
     place[text.size()] = '\0';
     return place;
-}
-
-char const* Garbage::adopt(std::string text) {
-    constexpr std::size_t kLong = 64;  // a chunk has room for shorter ones, which may be shared
-    if (text.size() < kLong) {
-        return init(text);
-    }
-    if (m_adopted.empty() || m_adopted.back() != text) {
-        m_adopted.push_back(std::move(text));
-    }
-    return m_adopted.back().c_str();
 }
 
 }  // namespace varo_3_3

@@ -47,6 +47,7 @@ IOption* OptionDescription::synonym(char const* name) {
 }
 
 IOption* OptionDescription::allowValue(mosaic2::variant_t const& value) {
+    m_allowedIndex.reset();
     m_allowedValues.push_back(value);
     return this;
 }
@@ -126,12 +127,14 @@ bool OptionDescription::validate(std::string_view text, mosaic2::variant_t& valu
     return m_allowedValues.empty() || isAllowed(value) || complete(text, value, message);
 }
 
-/// By equality: the order of values of mixed kinds has cycles, in which the map's own search is
-/// lost.
 OptionDescription::DeprecatedValues::const_iterator OptionDescription::findDeprecated(
     mosaic2::variant_t const& value) const {
-    return std::find_if(m_deprecatedValues.begin(), m_deprecatedValues.end(),
-                        [&](auto const& deprecated) { return deprecated.first == value; });
+    auto found = m_deprecatedValues.find(value);
+    if (found == m_deprecatedValues.end()) {
+        found = m_deprecatedValues.find(asOtherNumber(value));
+    }
+    bool const isFound = found != m_deprecatedValues.end() && found->first == value;
+    return isFound ? found : m_deprecatedValues.end();
 }
 
 bool OptionDescription::replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
@@ -146,34 +149,45 @@ bool OptionDescription::replaceDeprecated(std::string_view text, mosaic2::varian
     return true;
 }
 
-bool OptionDescription::isAllowed(mosaic2::variant_t const& value) const {
-    return std::find(m_allowedValues.begin(), m_allowedValues.end(), value) !=
-           m_allowedValues.end();
+ValueIndex const& OptionDescription::allowedIndex() const {
+    if (m_allowedIndex == nullptr) {
+        m_allowedIndex = std::make_unique<ValueIndex>(m_allowedValues);
+    }
+    return *m_allowedIndex;
 }
 
-/// Makes an abbreviated text the allowed value that it begins, or says why that cannot be done.
+bool OptionDescription::isAllowed(mosaic2::variant_t const& value) const {
+    constexpr std::size_t kFew = 8;  // are compared faster than an index is made
+    return m_allowedValues.size() <= kFew
+               ? std::find(m_allowedValues.begin(), m_allowedValues.end(), value) !=
+                     m_allowedValues.end()
+               : allowedIndex().contains(value);
+}
+
+/// Makes an abbreviated text the allowed value that it begins, or says why that cannot be done. The
+/// value is stored as a string of its own: a borrowed one may be gone before the result is.
 bool OptionDescription::complete(std::string_view text, mosaic2::variant_t& value,
                                  std::string& message) const {
-    std::vector<mosaic2::variant_t> matching;
+    ValueIndex::Completion completion;
     if (m_type == mosaic2::vtString && !text.empty()) {
-        std::copy_if(m_allowedValues.begin(), m_allowedValues.end(), std::back_inserter(matching),
-                     [&](mosaic2::variant_t const& allowed) {
-                         return allowed.can_get<char const*>() && textOf(allowed).starts_with(text);
-                     });
+        completion = allowedIndex().complete(text);
     }
-    if (matching.empty()) {
+    if (completion.value == nullptr) {
         message = internal::join({"Option '", firstName(), "' does not allow value '", text,
                                   "'. Possible values follows: ", quoteValues(m_allowedValues)});
         return false;
     }
-    // The same value allowed twice is still one value.
-    if (std::count(matching.begin(), matching.end(), matching.front()) !=
-        static_cast<std::ptrdiff_t>(matching.size())) {
+    if (!completion.isUnique) {
+        std::vector<mosaic2::variant_t> matching;
+        std::copy_if(m_allowedValues.begin(), m_allowedValues.end(), std::back_inserter(matching),
+                     [&](mosaic2::variant_t const& allowed) {
+                         return allowed.can_get<char const*>() && textOf(allowed).starts_with(text);
+                     });
         message = internal::join({"Ambiguous value for option '", firstName(),
                                   "'. Possible values follows: ", quoteValues(matching)});
         return false;
     }
-    value = matching.front();
+    value = mosaic2::variant_t(completion.value->get<char const*>());
     return true;
 }
 

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "options/garbage.h"
+#include "options/value_index.h"
 #include "varo/option.h"
 
 namespace varo_3_3 {
@@ -21,7 +22,7 @@ class RegisteredOptionStorage;
 class OptionDescription final : public IOption {
 public:
     enum Kind : std::int32_t { kAction = 0, kOption = 1 };
-    using DeprecatedValues = std::map<mosaic2::variant_t, mosaic2::variant_t>;
+    using DeprecatedValues = std::map<mosaic2::variant_t, mosaic2::variant_t, ByKind>;
 
     OptionDescription() = default;
     OptionDescription(OptionDescription const&) = delete;
@@ -95,8 +96,10 @@ private:
     DeprecatedValues::const_iterator findDeprecated(mosaic2::variant_t const& value) const;
     bool replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
                            std::string& message) const;
-    [[gnu::cold]] bool complete(std::string_view text, mosaic2::variant_t& value,
-                                std::string& message) const;
+    ValueIndex const& allowedIndex() const;
+    bool complete(std::string_view text, mosaic2::variant_t& value, std::string& message) const;
+
+    mutable std::unique_ptr<ValueIndex> m_allowedIndex;  // made when it is first needed
 };
 
 /// The declarations, in the order they were made.

@@ -7,11 +7,11 @@ using namespace varo_test;
 
 void declareActions(varo::Parser const& parser) {
     parser->action("scan,s", "", vtNull, "");
-    parser->action("report", "", vtNull, "")->defaultValue("not given");
+    parser->action("report", "", vtNull, "");
     parser->action("clean", "", vtBool, "");
-    parser->option("verbose", "", vtBool, "")->defaultValue(false);
+    parser->option("verbose", "", vtBool, "");
     parser->modifier("depth", "s", "", vtS32, "");
-    parser->modifier("format", "report,clean", "", vtString, "")->defaultValue("table");
+    parser->modifier("format", "report,clean", "", vtString, "");
     parser->modifier("limit", "scan", "", vtS32, "")->tag("report");
     parser->modifier("sort", "scan", "", vtString, "");
     parser->modifier("sort", "report", "", vtString, "");
@@ -50,6 +50,33 @@ TEST(Actions, OneAtATimeWithItsModifiers) {
     EXPECT_EQ(parser->parseStream("--scan", result.interface()), kSuccess);
     EXPECT_EQ(other->parseStream("-s", result.interface()), kRefused);
     EXPECT_EQ(parser->parseStream("--verbose", result.interface()), kSuccess);
+}
+
+TEST(Actions, DefaultsCountAsGiven) {
+    varo::Parser const plain(varo::kUnknownIsError);
+    plain->action("scan", "", vtNull, "");
+    plain->option("level", "", vtS32, "")->defaultValue(3);
+    check(plain, {{{}, varo::kSuccess, ""},
+                  {{"--", "x"}, varo::kParseError, "No action defined.", "level", "default s32 3"},
+                  {{"--scan"}, varo::kSuccess, ""}});
+
+    // The default action gives way to none; a modifier's default belongs to no action.
+    varo::Parser const parser(varo::kUnknownIsError);
+    parser->action("list", "", vtString, "")->defaultValue("all");
+    parser->action("scan", "", vtNull, "");
+    parser->modifier("long", "list", "", vtBool, "");
+    parser->modifier("depth", "scan", "", vtS32, "")->defaultValue(1);
+    check(parser, {{{"--long"}, varo::kSuccess, "", "list", "default 'all'"},
+                   {{"--depth=2"}, varo::kParseError, refused("list", "depth")},
+                   {{"--scan"}, varo::kParseError, onlyOne("scan", "list")}});
+    parser->allowSimultaneousActions({"list", "scan"});
+    check(parser, {{{"--scan", "--depth=2"}, varo::kSuccess, "", "list", "default 'all'"},
+                   {{"--scan", "--long"}, varo::kParseError, refused("scan", "long")}});
+
+    // Defaults of another parser in the same result are options that this one does not know.
+    varo::Result result = plain.createResult();
+    EXPECT_EQ(plain.parse(1, nullptr, result), varo::kSuccess);
+    EXPECT_EQ(parse(parser, result, {"--list=a"}), varo::kRefused);
 }
 
 TEST(Actions, GroupsMayBeGivenTogether) {

@@ -1,6 +1,8 @@
 #include "parser/action_rules.h"
 
 #include <algorithm>
+#include <exception>
+#include <optional>
 
 #include "options/tag_sets.h"
 #include "parser/basic_parser.h"
@@ -87,7 +89,11 @@ ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStor
 }
 
 int BasicParser::allowSimultaneousActions(std::set<std::string> const& actions) {
-    m_simultaneousActions.push_back(actions);
+    try {
+        m_simultaneousActions.push_back(actions);
+    } catch (std::exception const&) {  // no memory
+        return 0;
+    }
     return 1;
 }
 

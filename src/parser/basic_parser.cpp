@@ -43,8 +43,7 @@ bool BasicParser::onOptionParse(char const* name) {
 
 bool BasicParser::onValueParse(char const* name, Value const& value) {
     char const* const held = m_garbage.init(name);
-    // What a user typed is not searched for among the texts: an attacker could make that slow.
-    Value const heldValue(m_garbage.keep(value.text()), value.value(), value.position());
+    Value const heldValue(m_garbage.init(value.text()), value.value(), value.position());
     bool isAccepted = true;
     visitHandlers([&](EventHandler& handler) {
         isAccepted = handler.onValueParse(held, heldValue);
@@ -54,7 +53,7 @@ bool BasicParser::onValueParse(char const* name, Value const& value) {
 }
 
 bool BasicParser::onUknownArgument(char const* argument) {
-    char const* const held = m_garbage.keep(argument);
+    char const* const held = m_garbage.init(argument);
     bool isError = true;
     visitHandlers([&](EventHandler& handler) {
         isError = handler.onUknownArgument(held) && isError;
@@ -120,7 +119,7 @@ char const* BasicParser::getErrorDesc() {
 template <class Build>
 char const* BasicParser::holdHelp(Build build) {
     try {
-        return m_garbage.adopt(build());
+        return m_garbage.init(build());
     } catch (...) {
         m_lastError = kHelpFailedText;
         return getErrorDesc();
@@ -150,7 +149,11 @@ char const* BasicParser::getGlobalModifiersDescription(bool hidden) {
 }
 
 bool BasicParser::addHandler(EventHandler* handler) {
-    return handler != nullptr && handler != this && m_handlers.insert(handler).second;
+    try {
+        return handler != nullptr && handler != this && m_handlers.insert(handler).second;
+    } catch (std::exception const&) {  // no memory
+        return false;
+    }
 }
 
 bool BasicParser::removeHandler(EventHandler* handler) {

@@ -99,16 +99,13 @@ protected:
     virtual int parse_phase_two(ParseSession& session);
 
 private:
-    /// Whom the recognizers tell about options and values. Only a handler can add others during a
-    /// parse, so a parse that begins without handlers never gets any.
-    EventHandler* listener() { return m_handlers.empty() ? nullptr : this; }
     template <class Visit>
     void visitHandlers(Visit visit);
 
     int runPhases(ArgumentSource& source, ParseSession& session);
     IResultCollector* collectorOf(ParseSession& session) const;
     int parseList(ArgumentSource& source, ParseSession& session);
-    int takeUnclaimed(ArgumentList& args, std::string& error);
+    int takeUnclaimed(ArgumentList& args, ParseSession& session);
     int expandOptionFiles(ParseSession& session);
     int collectNonparsingArguments(ArgumentList& args, ParseSession& session);
     int offerToPositional(std::string_view argument, ParseSession& session);

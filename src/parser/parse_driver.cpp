@@ -62,15 +62,35 @@ int BasicParser::parseArgsVector(int argc, char const* const* argv, IParseResult
         return kUnusableArguments;
     }
     internal::WhiteSpace whiteSpace;
-    ArgumentVector source(argv + 1, static_cast<std::size_t>(argc) - 1);
-    return parseVector(source, whiteSpace, *target);
+    std::size_t const count = static_cast<std::size_t>(argc) - 1;
+    if (m_handlers.empty()) {
+        ArgumentVector source(argv + 1, count);
+        return parseVector(source, whiteSpace, *target);
+    }
+    std::optional<CopiedArguments> copied;
+    try {
+        copied.emplace(argv + 1, count);
+    } catch (std::exception const&) {
+        return kUnusableArguments;
+    }
+    return parseVector(*copied, whiteSpace, *target);
 }
 
 int BasicParser::parseStream(char const* text, IParseResult* result) {
     Target const target(result, m_registry);
     internal::WhiteSpace whiteSpace;
-    OptionLines lines(text != nullptr ? text : "", whiteSpace);
-    return parseVector(lines, whiteSpace, *target);
+    std::string_view lines = text != nullptr ? text : "";
+    std::string copied;  // for handlers, as in parseArgsVector
+    if (!m_handlers.empty()) {
+        try {
+            copied = lines;
+        } catch (std::exception const&) {
+            return kUnusableArguments;
+        }
+        lines = copied;
+    }
+    OptionLines source(lines, whiteSpace);
+    return parseVector(source, whiteSpace, *target);
 }
 
 int BasicParser::parseVector(ArgumentSource& source, internal::WhiteSpace& whiteSpace,
@@ -78,7 +98,8 @@ int BasicParser::parseVector(ArgumentSource& source, internal::WhiteSpace& white
     m_lastError.clear();
     m_failure = nullptr;
     try {
-        ParseSession session(result, whiteSpace, nextPosition());
+        ParseSession session(result, whiteSpace, m_handlers.empty() ? nullptr : this,
+                             nextPosition());
         int const code = runPhases(source, session);
         m_failure = std::move(session.failure);
         setLastError(code == kSuccess ? session.warnings : session.error);
@@ -90,7 +111,7 @@ int BasicParser::parseVector(ArgumentSource& source, internal::WhiteSpace& white
 }
 
 int BasicParser::runPhases(ArgumentSource& source, ParseSession& session) {
-    if (!m_handlers.empty()) {
+    if (session.handler != nullptr) {
         session.whiteSpace.capture();  // a handler may set another locale
     }
     int code = parseList(source, session);
@@ -104,10 +125,10 @@ int BasicParser::runPhases(ArgumentSource& source, ParseSession& session) {
     return code;
 }
 
-/// What takes the next occurrence. Option files can be enabled by a handler, in the middle of a
-/// parse.
+/// What takes the next occurrence. Option files can be enabled by a handler, which may be told of
+/// the very file that is to be read then.
 IResultCollector* BasicParser::collectorOf(ParseSession& session) const {
-    if (m_optionFileEnabled) {
+    if (m_optionFileEnabled || session.handler != nullptr) {
         return &session.files;
     }
     return &session.result;
@@ -127,18 +148,18 @@ int BasicParser::parseList(ArgumentSource& source, ParseSession& session) {
 }
 
 int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
-    internal::varoLogEnabled = false;
+    internal::switchTrace(false);
     if (!args.empty() && args[0] == kLogSwitch) {
-        internal::varoLogEnabled = true;
+        internal::switchTrace(true);
         args.eraseFront();
     }
-    Recognizers recognizers(listener(), &m_garbage, m_flags, session.whiteSpace);
+    Recognizers recognizers(session.handler, &m_garbage, m_flags, session.whiteSpace);
     std::string message;
     std::string reason;  // why a recognizer does not take an argument, which nothing reads
     while (!args.empty() && args[0] != kEndMarker) {
         IArgumentParser* const recognizer = recognizers.choose(args, m_registry, reason);
         if (recognizer == nullptr) {
-            if (takeUnclaimed(args, session.error) != kSuccess) {
+            if (takeUnclaimed(args, session) != kSuccess) {
                 keepFailedArgument(session, args, Failure::kArgument);
                 return kParseError;
             }
@@ -161,10 +182,11 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
 }
 
 /// Drops an argument that no recognizer takes, or makes it an error.
-int BasicParser::takeUnclaimed(ArgumentList& args, std::string& error) {
-    bool const isVetoed = !m_handlers.empty() && !onUknownArgument(std::string(args[0]).c_str());
+int BasicParser::takeUnclaimed(ArgumentList& args, ParseSession& session) {
+    bool const isVetoed = session.handler != nullptr &&
+                          !session.handler->onUknownArgument(std::string(args[0]).c_str());
     if ((m_flags & kUnknownIsError) != 0 && !isVetoed) {
-        error = unknownText(args[0]);
+        session.error = unknownText(args[0]);
         return kParseError;
     }
     varoLog("ignoring ", args[0]);
@@ -197,7 +219,7 @@ int BasicParser::collectNonparsingArguments(ArgumentList& args, ParseSession& se
 /// Gives a plain argument to the positional option as well, whatever it begins with.
 int BasicParser::offerToPositional(std::string_view argument, ParseSession& session) {
     ArgumentList args(argument);
-    PositionalOptionsParser positional(listener(), &m_garbage, m_flags & ~kDashGuard);
+    PositionalOptionsParser positional(session.handler, &m_garbage, m_flags & ~kDashGuard);
     auto const logResult = [](std::string_view step, int code, std::string_view message) {
         char const digit = static_cast<char>('0' + code);
         varoLog("collectNonparsingArguments: ", step, std::string_view(&digit, 1),

@@ -6,13 +6,19 @@
 #include "parser/option_files.h"
 #include "platform/white_space.h"
 #include "results/parse_result.h"
+#include "varo/event_handler.h"
 
 namespace varo_3_3 {
 
 /// What one parse call carries through its phases, so that a nested parse shares none of it.
 struct ParseSession {
-    ParseSession(ParseResult& target, internal::WhiteSpace& space, int position)
-        : result(target), whiteSpace(space), files(target), firstPosition(position) {}
+    ParseSession(ParseResult& target, internal::WhiteSpace& space, EventHandler* events,
+                 int position)
+        : result(target),
+          whiteSpace(space),
+          handler(events),
+          files(target),
+          firstPosition(position) {}
 
     void addWarning(std::string const& warning) {
         if (!warning.empty()) {
@@ -23,7 +29,10 @@ struct ParseSession {
 
     ParseResult& result;
     internal::WhiteSpace& whiteSpace;
-    OptionFiles files;                 ///< the collector before the result, once they are enabled
+    /// Whom the recognizers tell about arguments; null if nobody listens. Only a handler adds
+    /// others during a parse, so a parse that begins without handlers never gets any.
+    EventHandler* handler;
+    OptionFiles files;                 ///< the collector before the result, where there may be any
     std::string error;                 ///< of the argument that ended the parse
     std::string warnings;              ///< one per line
     ArgumentSource* source = nullptr;  ///< its arguments, once they were read

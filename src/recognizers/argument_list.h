@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace varo_3_3 {
@@ -93,6 +94,31 @@ private:
     char const* const* m_begin;
     char const* const* m_next;
     char const* const* m_end;
+};
+
+/// The same from a copy, for a parse whose handlers may overwrite or free the program's own.
+class CopiedArguments final : public ArgumentSource {
+public:
+    /// Requires: none of the `count` pointers is null. Throws std::bad_alloc.
+    CopiedArguments(char const* const* arguments, std::size_t count) {
+        for (std::size_t number = 0; number < count; ++number) {
+            m_texts += arguments[number];
+            m_texts += '\0';
+        }
+    }
+
+    bool next(std::string_view& argument) override {
+        if (m_next == m_texts.size()) {
+            return false;
+        }
+        argument = m_texts.data() + m_next;
+        m_next += argument.size() + 1;
+        return true;
+    }
+
+private:
+    std::string m_texts;  // each ended by a zero
+    std::size_t m_next = 0;
 };
 
 }  // namespace varo_3_3

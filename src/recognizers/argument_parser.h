@@ -80,11 +80,11 @@ protected:
     /// Writes one line of the trace, which begins with the recognizer's name.
     template <class... Parts>
     void trace(Parts const&... parts) const {
-        internal::traceWhile(m_shared.isTraced, m_name, parts...);
+        internal::traceWhile(m_shared.traceSwitch, m_name, parts...);
     }
 
     /// Whether trace() writes.
-    bool isTraced() const { return m_shared.isTraced; }
+    bool isTraced() const { return internal::isTraced(m_shared.traceSwitch); }
 
 private:
     SharedState m_shared;

@@ -16,7 +16,7 @@ namespace varo_3_3 {
 /// What recognizers share with all others in the process; or, in a rehearsal of a parse, with none.
 struct SharedState {
     int& nextPosition;
-    bool const& isTraced;
+    bool const& traceSwitch;
 };
 
 /// Takes the value text of one occurrence. Part of a recognizer, under whose name it traces.
@@ -53,7 +53,7 @@ private:
 
     template <class... Parts>
     void trace(Parts const&... parts) const {
-        internal::traceWhile(m_shared.isTraced, m_name, parts...);
+        internal::traceWhile(m_shared.traceSwitch, m_name, parts...);
     }
 
     EventHandler* m_handler;

@@ -14,10 +14,15 @@ Value getLastValue(IParseResult* result, char const* name, int from, int to) {
         last = result->get(name, from, to);
     }
     // A value may lie in the range although its occurrence, which is what present() looks at, lies
-    // before it. The end of the range is no part of it here.
-    result->present(name, from, to);
-    while (result->nextPosition() < to) {
-        last = result->next(name);
+    // before it. A parse within a parse stores out of order, so none may be the end of the walk.
+    result->present(name, from, kNoPosition);
+    for (int position = result->nextPosition(); position != kNoPosition;
+         position = result->nextPosition()) {
+        Value value = result->next(name);
+        bool const isLater = last.position() == kNoPosition || last.position() <= position;
+        if (position < to && isLater) {
+            last = std::move(value);
+        }
     }
     result->present(name, from, to);
     return last;

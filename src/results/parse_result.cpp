@@ -134,9 +134,7 @@ std::vector<GivenOption> ParseResult::givenOptions() const {
     std::vector<GivenOption> given;
     given.reserve(m_entries.size());
     for (Entry const& entry : m_entries) {
-        if (!entry.items.empty()) {
-            given.push_back({entry.key, true});
-        }
+        given.push_back({entry.key, !entry.items.empty()});
     }
     return given;
 }

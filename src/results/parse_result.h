@@ -61,7 +61,7 @@ public:
     /// is none. Unlike a query this moves no iteration.
     int firstOccurrence(std::string_view name, int from) const;
 
-    /// The options that were given (an entry with a default alone was not), in no particular order.
+    /// All entries, in no particular order: a default counts as given.
     std::vector<GivenOption> givenOptions() const;
 
 private:

@@ -113,12 +113,18 @@ public:
         }
         argument = m_texts.data() + m_next;
         m_next += argument.size() + 1;
+        ++m_number;
         return true;
     }
+    std::size_t numberOf(std::string_view /*argument*/, std::size_t taken) override {
+        return m_number - taken + 1;
+    }
+    std::string_view label() const override { return "argument "; }
 
 private:
     std::string m_texts;  // each ended by a zero
     std::size_t m_next = 0;
+    std::size_t m_number = 0;  // of arguments that were yielded
 };
 
 }  // namespace varo_3_3

@@ -276,7 +276,7 @@ char const* describeJson(IParser* parser) {
         return "";
     }
     try {
-        return ours->texts().adopt(Writer(*ours).write());
+        return ours->texts().init(Writer(*ours).write());
     } catch (std::exception const&) {
         return "";
     }

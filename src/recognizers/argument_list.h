@@ -100,7 +100,8 @@ private:
 class CopiedArguments final : public ArgumentSource {
 public:
     /// Requires: none of the `count` pointers is null. Throws std::bad_alloc.
-    CopiedArguments(char const* const* arguments, std::size_t count) {
+    CopiedArguments(char const* const* arguments, std::size_t count)
+        : ArgumentSource("argument ") {
         for (std::size_t number = 0; number < count; ++number) {
             m_texts += arguments[number];
             m_texts += '\0';
@@ -119,7 +120,7 @@ public:
     std::size_t numberOf(std::string_view /*argument*/, std::size_t taken) override {
         return m_number - taken + 1;
     }
-    std::string_view label() const override { return "argument "; }
+    void rewind() override { m_next = m_number = 0; }
 
 private:
     std::string m_texts;  // each ended by a zero

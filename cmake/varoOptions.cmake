@@ -5,6 +5,11 @@ add_library(varo_options INTERFACE)
 target_compile_options(varo_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow
     $<$<BOOL:${VARO_WERROR}>:-Werror>)
+# As a part of somebody else's project our sources come last: its flags decide what it is warned of in
+# its own code, and ours needs what a host may do without.
+if(NOT PROJECT_IS_TOP_LEVEL)
+    target_compile_options(varo_options INTERFACE -w -fexceptions -frtti)
+endif()
 if(VARO_SANITIZE)
     set(sanitize -fsanitize=${VARO_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_compile_options(varo_options INTERFACE ${sanitize})
@@ -24,6 +29,8 @@ if(NOT VARO_SANITIZE)
     target_compile_options(varo_hardening INTERFACE
         -fstack-protector-strong -fcf-protection
         $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
+    # A host's sanitizers or coverage may leave symbols to the program, so only our own build forbids it.
     target_link_options(varo_hardening INTERFACE
-        -Wl,-z,defs -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-z,ibt -Wl,-z,shstk)
+        $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Wl,-z,defs>
+        -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-z,ibt -Wl,-z,shstk)
 endif()

@@ -9,6 +9,9 @@ configure_package_config_file(cmake/varoConfig.cmake.in varoConfig.cmake
 write_basic_package_version_file(varoConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 export(TARGETS varo NAMESPACE varo:: FILE varoTargets.cmake)
 
+# A program of a host that contains this project needs the library wherever it is installed.
+install(TARGETS varo EXPORT varoTargets
+    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_SKIP)
 if(NOT VARO_INSTALL)
     return()
 endif()
@@ -33,11 +36,25 @@ set(pcDefinitions "")
 if(VARO_GLIBCXX_DEBUG)
     set(pcDefinitions " -D_GLIBCXX_DEBUG -DVARO_GLIBCXX_DEBUG")
 endif()
-configure_file(cmake/varo.pc.in varo.pc @ONLY)
+# -isystem keeps a host's warnings out of our headers. Directories that the compiler knows anyway must
+# not be given to it so, since it would search them too early; only the installation knows its prefix.
+set(pcInclude "@pcInclude@")
+configure_file(cmake/varo.pc.in varo.pc.in @ONLY)
+install(CODE "
+    set(pcInclude \"-isystem \")
+    if(CMAKE_INSTALL_PREFIX MATCHES \"^/usr(/local)?/?$\")
+        set(pcInclude -I)
+    endif()
+    configure_file(\"${CMAKE_CURRENT_BINARY_DIR}/varo.pc.in\"
+        \"${CMAKE_CURRENT_BINARY_DIR}/varo.pc\" @ONLY)"
+    COMPONENT development)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/varo.pc
+    DESTINATION ${pkgConfigDir} COMPONENT development)
 
-install(TARGETS varo EXPORT varoTargets
-    LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR}
-        COMPONENT runtime NAMELINK_COMPONENT development)
+# What -lvaro finds is a script for the linker, which puts the C++ library first wherever -lvaro stands.
+configure_file(cmake/libvaro.so.in development/libvaro.so @ONLY)
+install(FILES ${CMAKE_CURRENT_BINARY_DIR}/development/libvaro.so
+    DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)
 # Not a file set: this CMake's packages lead to a wrong place when its directory is absolute.
 install(DIRECTORY include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 install(EXPORT varoTargets NAMESPACE varo:: DESTINATION ${varoPackageDir} COMPONENT development)
@@ -45,32 +62,7 @@ install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/varoConfig.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/varoConfigVersion.cmake
     DESTINATION ${varoPackageDir} COMPONENT development)
-install(FILES ${CMAKE_CURRENT_BINARY_DIR}/varo.pc
-    DESTINATION ${pkgConfigDir} COMPONENT development)
 
-if(NOT PROJECT_IS_TOP_LEVEL)
-    return()
+if(VARO_DEBIAN)
+    include(cmake/varoDebian.cmake)
 endif()
-set(series ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR})
-set(CPACK_GENERATOR DEB)
-set(CPACK_PACKAGE_VENDOR "the varo developers")
-set(CPACK_PACKAGE_CONTACT "The varo developers <varo@localhost>")
-set(CPACK_COMPONENTS_ALL runtime development)
-set(CPACK_DEB_COMPONENT_INSTALL ON)
-set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
-set(CPACK_STRIP_FILES ON)
-set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
-set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_NAME libvaro${series})
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_SECTION libs)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libvaro-dev)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS
-    "libvaro${series} (= ${PROJECT_VERSION}), libstdc++-12-dev | libstdc++-dev")
-set(CPACK_COMPONENT_RUNTIME_DESCRIPTION
-    "command-line parsing library, shared library\n Declares options, actions and modifiers, parses arguments, writes help.")
-set(CPACK_COMPONENT_DEVELOPMENT_DESCRIPTION
-    "command-line parsing library, headers\n What programs that use libvaro are compiled with.")
-include(CPack)

@@ -5,8 +5,8 @@ add_library(varo_options INTERFACE)
 target_compile_options(varo_options INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow
     $<$<BOOL:${VARO_WERROR}>:-Werror>)
-# As a part of somebody else's project our sources come last: its flags decide what it is warned of in
-# its own code, and ours needs what a host may do without.
+# In somebody else's project the flags are its own: it need not see our warnings, and our sources need
+# features that it may have switched off.
 if(NOT PROJECT_IS_TOP_LEVEL)
     target_compile_options(varo_options INTERFACE -w -fexceptions -frtti)
 endif()
@@ -29,7 +29,8 @@ if(NOT VARO_SANITIZE)
     target_compile_options(varo_hardening INTERFACE
         -fstack-protector-strong -fcf-protection
         $<$<CONFIG:Release,RelWithDebInfo,MinSizeRel>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
-    # A host's sanitizers or coverage may leave symbols to the program, so only our own build forbids it.
+    # Sanitizers and coverage of a host leave symbols for the program to define, so only our own build
+    # forbids undefined ones.
     target_link_options(varo_hardening INTERFACE
         $<$<BOOL:${PROJECT_IS_TOP_LEVEL}>:-Wl,-z,defs>
         -Wl,-z,relro -Wl,-z,now -Wl,-z,noexecstack -Wl,-z,ibt -Wl,-z,shstk)

@@ -133,16 +133,13 @@ TEST(Mistakes, AreNoRemarks) {
     parser->option("\xC3\xA9tat", "", vtS32, "");
     EXPECT_STREQ(varo::describeMistakes(parser.interface()), "");
     EXPECT_STREQ(varo::describeRemarks(parser.interface()),
-                 "The option 'colorful': its name 'co' is no abbreviation of 'col' of option 'col'."
+                 "The option 'color': its name 'color' begins with 'co' of the option 'colorful'.\n"
+                 "The option 'color': its name 'color' begins with 'col' of the option 'col'.\n"
+                 "The option 'colorful': its name 'colorful' begins with 'col' of the option 'col'."
                  "\n"
-                 "The option 'colorful': its name 'co' is no abbreviation of 'color' of option "
+                 "The option 'colorful': its name 'colorful' begins with 'color' of the option "
                  "'color'.\n"
-                 "The option 'col': its name 'col' is no abbreviation of 'color' of option 'color'."
-                 "\n"
-                 "The option 'col': its name 'col' is no abbreviation of 'colorful' of option "
-                 "'colorful'.\n"
-                 "The option 'color': its name 'color' is no abbreviation of 'colorful' of option "
-                 "'colorful'.");
+                 "The option 'col': its name 'col' begins with 'co' of the option 'colorful'.");
 }
 
 TEST(Mistakes, AreBoundedAndKept) {

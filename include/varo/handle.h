@@ -1,6 +1,5 @@
 #pragma once
 
-#include <set>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -162,28 +161,19 @@ using Action = Handle<Type, Role::action, false>;
 class Actions {
 public:
     template <class Type, bool hasDefault>
-    Actions(Handle<Type, Role::action, hasDefault> const& action) {
-        m_names.insert(action.name());
-    }
+    Actions(Handle<Type, Role::action, hasDefault> const& action) : m_list(action.name()) {}
 
-    std::set<std::string> const& names() const noexcept { return m_names; }
-
-    /// The names as the bare interface takes them, separated by commas.
-    std::string list() const {
-        std::string all;
-        for (std::string const& name : m_names) {
-            all += all.empty() ? name : "," + name;
-        }
-        return all;
-    }
+    /// The primary names, separated by commas, as the bare interface takes them.
+    char const* list() const noexcept { return m_list.c_str(); }
 
     friend Actions operator|(Actions left, Actions const& right) {
-        left.m_names.insert(right.m_names.begin(), right.m_names.end());
+        left.m_list += ',';
+        left.m_list += right.m_list;
         return left;
     }
 
 private:
-    std::set<std::string> m_names;
+    std::string m_list;
 };
 
 /// Actions of two handles.

@@ -89,12 +89,14 @@ public:
             getLastValue(m_result, name, kFirstPosition, kNoPosition).value());
     }
 
-    /// The option's values in the range of positions (both ends as in IParseResult::next), with
-    /// what was typed and where. Defaults are not among them.
-    std::vector<Value> values(char const* name, int from = kFirstPosition,
+    /// The values in the range of positions (both ends as in IParseResult::next) of an option, given
+    /// by its name or handle, with what was typed and where. Defaults are not among them.
+    template <class Option>
+    std::vector<Value> values(Option const& option, int from = kFirstPosition,
                               int to = kNoPosition) const {
         std::vector<Value> found;
         if (m_result != nullptr) {
+            char const* const name = nameOf(option);
             m_result->present(name, from, to);  // only to begin the iteration
             for (Value value = m_result->next(name); value.position() != kNoPosition;
                  value = m_result->next(name)) {
@@ -103,25 +105,25 @@ public:
         }
         return found;
     }
-    std::vector<Value> values(Declared const& declared, int from = kFirstPosition,
-                              int to = kNoPosition) const {
-        return values(declared.name(), from, to);
-    }
 
-    /// The plain arguments, those after "--".
-    std::vector<char const*> arguments() const {
-        std::vector<char const*> found;
+    /// The plain arguments, those after "--": as char const*, std::string or std::string_view.
+    template <class Text = char const*>
+    std::vector<Text> arguments() const {
+        std::vector<Text> found;
         if (m_result != nullptr) {
             char const* text = nullptr;
             for (int end = m_result->getFirstArgument(&text); end == 0;
                  end = m_result->getNextArgument(&text)) {
-                found.push_back(text);
+                found.emplace_back(text);
             }
         }
         return found;
     }
 
 private:
+    static char const* nameOf(char const* name) { return name; }
+    static char const* nameOf(Declared const& declared) { return declared.name(); }
+
     IParseResult* m_result = nullptr;
 };
 

@@ -11,14 +11,29 @@
 namespace varo_3_3::internal {
 
 /// The handler of a parser that declares types which its own conversion does not know: refuses what
-/// is none of their values, and remembers why.
-class ValueChecks final : public EventHandler {
+/// is none of their values, and remembers why. What it does is in ValueCheckList, so that programs
+/// without such types do not compile it.
+class ValueChecks : public EventHandler {
 public:
     /// Whether a value is one; `reason` may say why not.
     using Check = bool (*)(Value const& value, std::string& reason);
 
+    virtual ~ValueChecks() = default;
+
     /// Has the values of `name`, a primary name, checked from now on; by null no longer.
-    void set(char const* name, Check check) {
+    virtual void set(char const* name, Check check) = 0;
+
+    virtual void forgetReason() = 0;
+
+    /// `error` with the reason of the last refusal, if that is what it tells of. Lives until the
+    /// next call.
+    virtual char const* explain(char const* error) = 0;
+};
+
+template <class Text = std::string>
+class ValueCheckList final : public ValueChecks {
+public:
+    void set(char const* name, Check check) override {
         auto const old = m_checks.find(std::string_view(name));
         if (old != m_checks.end()) {
             m_checks.erase(old);
@@ -28,7 +43,7 @@ public:
         }
     }
 
-    void forgetReason() {
+    void forgetReason() override {
         m_refused.clear();
         m_reason.clear();
     }
@@ -39,24 +54,22 @@ public:
         if (entry == m_checks.end() || entry->check(value, m_reason)) {
             return true;
         }
-        m_refused = std::string("' is not valid for option '") + name + "' in argument '";
+        m_refused = Text("' is not valid for option '") + name + "' in argument '";
         return false;
     }
 
-    /// `error` with the reason of the last refusal, if that is what it tells of. Lives until the
-    /// next call.
-    char const* explain(char const* error) {
+    char const* explain(char const* error) override {
         if (m_reason.empty() || m_refused.empty() ||
             std::string_view(error).find(m_refused) == std::string_view::npos) {
             return error;
         }
-        m_error = std::string(error) + ": " + m_reason;
+        m_error = Text(error) + ": " + m_reason;
         return m_error.c_str();
     }
 
 private:
     struct Entry {
-        std::string name;
+        Text name;
         Check check;
 
         operator std::string_view() const { return name; }
@@ -69,9 +82,9 @@ private:
     };
 
     std::set<Entry, ByName> m_checks;
-    std::string m_reason;
-    std::string m_refused;  // what the parser says of a refusal by the option that it was
-    std::string m_error;
+    Text m_reason;
+    Text m_refused;  // what the parser says of a refusal by the option that it was
+    Text m_error;
 };
 
 /// Whether a value that the parser has converted is a Type.

@@ -91,16 +91,17 @@ public:
         return declare<Option<Type>>(
             names,
             [&](mosaic2::das_variant_type_t type) {
-                return m_parser->modifier(names, actions.list().c_str(), description, type,
+                return m_parser->modifier(names, actions.list(), description, type,
                                           section);
             },
             true);
     }
 
-    /// Allows any of `actions` to be given together.
-    void allowTogether(Actions const& actions) {
+    /// Allows any of the actions to be given together.
+    template <class... Types, bool... hasDefaults>
+    void allowTogether(Handle<Types, Role::action, hasDefaults> const&... actions) {
         if (m_parser != nullptr) {
-            m_parser->allowSimultaneousActions(actions.names());
+            m_parser->allowSimultaneousActions({actions.name()...});
         }
     }
 
@@ -202,7 +203,7 @@ private:
     void setCheck(char const* name) {
         if constexpr (internal::isChecked<Type>()) {
             if (m_checks == nullptr) {
-                m_checks = new internal::ValueChecks;
+                m_checks = new internal::ValueCheckList<>;
             }
             m_parser->addHandler(m_checks);
             m_checks->set(name, internal::checkValue<Type>);

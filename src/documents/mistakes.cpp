@@ -7,7 +7,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "options/value_text.h"
 #include "parser/basic_parser.h"
@@ -91,27 +90,9 @@ public:
     }
 
     std::string remarks() {
-        using Name = std::pair<std::string_view, std::uint32_t>;
-        std::set<Name> names;
         for (auto const& record : m_registry.records()) {
             for (std::string const& name : record->m_names) {
-                names.emplace(name, record->m_index);
-            }
-        }
-        std::vector<Name> beginnings;  // of the name at hand, each the beginning of the next
-        for (Name const& name : names) {
-            while (!beginnings.empty() && !name.first.starts_with(beginnings.back().first)) {
-                beginnings.pop_back();
-            }
-            for (auto const& [beginning, number] : beginnings) {
-                if (number != name.second && beginning != name.first) {
-                    about(recordAt(number))
-                        << "its name '" << beginning << "' is no abbreviation of '" << name.first
-                        << "' of " << recordAt(name.second) << '.';
-                }
-            }
-            if (!isOneLetter(name.first)) {
-                beginnings.push_back(name);
+                checkBeginnings(*record, name);
             }
         }
         return std::move(m_text);
@@ -145,7 +126,7 @@ private:
     }
     Inspection& about(Record const& record) { return line() << "The " << record << ": "; }
 
-    Record const& recordAt(std::uint32_t number) const { return *m_registry.records()[number]; }
+    [[gnu::noinline]] Record const& recordAt(std::uint32_t number) const { return *m_registry.records()[number]; }
 
     void describeRefusal(Refusals::Entry const& entry) {
         using enum Refusals::Reason;
@@ -240,6 +221,19 @@ private:
                 << " is no value of type '" << nameOf(record.m_type) << "'.";
         }
         return isRight;
+    }
+
+    void checkBeginnings(Record const& record, std::string_view name) {
+        for (std::size_t size = 1; size < name.size(); ++size) {
+            std::string_view const beginning = name.substr(0, size);
+            m_registry.names().anyRecordNamed(beginning, [&](Record const& other) {
+                if (&other != &record && !isOneLetter(beginning)) {
+                    about(record) << "its name '" << name << "' begins with '" << beginning
+                                  << "' of the " << other << '.';
+                }
+                return false;
+            });
+        }
     }
 
     void checkGroup(std::set<std::string> const& group) {

@@ -2,14 +2,30 @@
 // What the tool does with the answers is in dirstat.cpp.
 
 #include <varo/varo.h>
+
 #include <cstdio>
 
 #include "dirstat.h"
 
-using mosaic2::vtBool;
-using mosaic2::vtNull;
-using mosaic2::vtString;
-using mosaic2::vtU32;
+// The words for the values of an enumeration are the values that an option of that type accepts,
+// or the beginning of just one of them.
+template <>
+struct varo::Words<Key> {
+    static constexpr varo::Word<Key> list[] = {{"extension", Key::extension},
+                                               {"directory", Key::directory}};
+};
+
+template <>
+struct varo::Words<Format> {
+    static constexpr varo::Word<Format> list[] = {
+        {"table", Format::table}, {"csv", Format::csv}, {"json", Format::json}};
+};
+
+template <>
+struct varo::Words<Order> {
+    static constexpr varo::Word<Order> list[] = {
+        {"bytes", Order::bytes}, {"files", Order::files}, {"name", Order::name}};
+};
 
 namespace {
 
@@ -28,94 +44,104 @@ public:
 
 private:
     bool add(char const* event, std::string const& subject) {
-        m_text += event + escaped(subject) + "\n";
+        m_text += event + varo::printable(subject) + "\n";
         return true;
     }
 
     std::string m_text;
 };
 
-void declare(varo::IParser* parser) {
-    // Actions say what the tool does: a command line has one of them. These take no value (vtNull).
-    parser->action("scan", "Sum up the files of directories, by default of this one", vtNull, "");
-    parser->action("report", "Sum up the files of one saved scan", vtNull, "");
-    parser->action("help,h", "Explain dirstat or a topic", vtNull, "");
-    parser->action("expert", "List the options for experts", vtNull, "");
-    // ... one, but for --scan --help, which asks what --scan can do.
-    parser->allowSimultaneousActions({"help", "scan"});
-    parser->allowSimultaneousActions({"help", "report"});
+// What the command line may have. Each member is a declaration, and what a result is asked with.
+struct Options {
+    explicit Options(varo::Parser& declaring) : parser(declaring) {
+        // A command line has one action, but for --scan --help, which asks what --scan can do.
+        parser.allowTogether(help, scan);
+        parser.allowTogether(help, report);
+        parser->addOptionFileOption("Take further arguments from this file, one a line", "");
+    }
 
-    // Modifiers go with the actions that are listed behind their names, and with no others. The
-    // positional one takes every argument without a dash. Values are split at ',' unless tokenize()
-    // says otherwise, which paths need.
-    parser->modifier("path", "scan,report", "", vtString, "")->positional()->tokenize(0);
-    parser->modifier("depth", "scan", "Levels of subdirectories to enter; else all", vtU32, "");
-    parser->modifier("match,m", "scan", "Name patterns of the files to count, such as '*.h,*.cpp'",
-                     vtString, "");
-    parser->modifier("save", "scan", "Keep the scan in this file, for --report", vtString, "")
-        ->tokenize(0);
+    varo::Parser& parser;
 
-    // A value is one of those allowed, or the beginning of just one of them. A deprecated one is
-    // replaced, with a warning. A default is the answer until the option is given.
-    parser->modifier("by", "scan,report", "What to sum up by", vtString, "")
-        ->allowValue("extension")
-        ->allowValue("directory")
-        ->allowDeprecatedValue("folder", "directory")
-        ->defaultValue("extension");
-    parser->modifier("format,f", "scan,report", "How to print the sums", vtString, "")
-        ->allowValue("table")
-        ->allowValue("csv")
-        ->allowValue("json")
-        ->defaultValue("table");
-    parser->modifier("sort", "scan,report", "Largest first, or by name", vtString, "")
-        ->allowValue("bytes")
-        ->allowValue("files")
-        ->allowValue("name")
-        ->defaultValue("bytes");
-    parser->modifier("limit,n", "scan,report", "Rows to print, 0 for all", vtU32, "")
-        ->defaultValue(10U);
-    parser->modifier("topic", "help", "Actions or modifiers to explain", vtString, "");
+    // Actions say what the tool does. These take no value.
+    varo::Action<void> const scan =
+        parser.action<void>("scan", "Sum up the files of directories, by default of this one");
+    varo::Action<void> const report =
+        parser.action<void>("report", "Sum up the files of one saved scan");
+    varo::Action<void> const help = parser.action<void>("help,h", "Explain dirstat or a topic");
+    varo::Action<void> const expert = parser.action<void>("expert", "List the options for experts");
+
+    // Modifiers go with the actions that they name, and with no others. The positional one takes
+    // every argument without a dash. Values are split at ',' unless they are whole, as paths are.
+    varo::Option<std::string> const path =
+        parser.modifier<std::string>("path", scan | report, "").positional().whole();
+    varo::Option<unsigned> const depth =
+        parser.modifier<unsigned>("depth", scan, "Levels of subdirectories to enter; else all");
+    varo::Option<std::string> const match = parser.modifier<std::string>(
+        "match,m", scan, "Name patterns of the files to count, such as '*.h,*.cpp'");
+    varo::Option<std::string> const save =
+        parser.modifier<std::string>("save", scan, "Keep the scan in this file, for --report")
+            .whole();
+
+    // A default is the answer until the option is given. A deprecated value is replaced, with a
+    // warning.
+    varo::DefaultedOption<Key> const by =
+        parser.modifier<Key>("by", scan | report, "What to sum up by")
+            .defaultValue(Key::extension)
+            .deprecated("folder", Key::directory);
+    varo::DefaultedOption<Format> const format =
+        parser.modifier<Format>("format,f", scan | report, "How to print the sums")
+            .defaultValue(Format::table);
+    varo::DefaultedOption<Order> const sort =
+        parser.modifier<Order>("sort", scan | report, "Largest first, or by name")
+            .defaultValue(Order::bytes);
+    varo::DefaultedOption<unsigned> const limit =
+        parser.modifier<unsigned>("limit,n", scan | report, "Rows to print, 0 for all")
+            .defaultValue(10);
+    varo::Option<std::string> const topic =
+        parser.modifier<std::string>("topic", help, "Actions or modifiers to explain");
 
     // An option without an action goes with all of them.
-    parser->option("verbose,v", "Show what the parser saw, on standard error", vtBool, "");
-    parser->addOptionFileOption("Take further arguments from this file, one a line", "");
+    varo::Option<bool> const verbose =
+        parser.option<bool>("verbose,v", "Show what the parser saw, on standard error");
 
     // What is in this section shows in the hidden help only, here that of --expert.
-    char const* const hidden = "varo_hidden:These may change without notice.";
-    parser->modifier("follow-links", "scan", "Enter linked directories too", vtBool, hidden)
-        ->defaultValue(false);
-}
+    varo::DefaultedOption<bool> const followLinks =
+        parser
+            .modifier<bool>("follow-links", scan, "Enter linked directories too",
+                            "varo_hidden:These may change without notice.")
+            .defaultValue(false);
+};
 
 int wrongCommandLine(std::string const& text) {
-    std::fprintf(stderr, "dirstat: %s\nTry 'dirstat --help'.\n", escaped(text).c_str());
+    std::fprintf(stderr, "dirstat: %s\nTry 'dirstat --help'.\n", varo::printable(text).c_str());
     return 2;
 }
 
-int showHelp(varo::IParser* parser, varo::Result const& result) {
-    std::vector<std::string> topics;
-    for (varo::Value const& value : result.values("topic")) {
-        topics.push_back(value.text());
-    }
-    for (char const* action : {"scan", "report"}) {
-        if (result.has(action)) {
-            topics.push_back(action);
+int showHelp(Options const& options, varo::Result const& result) {
+    varo::Parser const& parser = options.parser;
+    std::vector<std::string> topics = result.all(options.topic);
+    for (varo::Action<void> const& action : {options.scan, options.report}) {
+        if (result[action]) {
+            topics.push_back(action.name());
         }
     }
     if (topics.empty()) {
         std::printf(
             "Usage: dirstat --ACTION [PATH ...] [--MODIFIER=VALUE ...]\n\nActions:\n%s\n"
             "With every action:\n%s'dirstat --help --topic=NAME' explains more.\n",
-            parser->getDescription(false), parser->getGlobalModifiersDescription(false));
+            parser.help(), parser.globalHelp());
     }
     for (std::string const& topic : topics) {
-        bool const isAction = parser->isOptionDeclared(topic.c_str(), true, nullptr);
-        if (!isAction && !parser->isOptionDeclared(topic.c_str(), false, nullptr)) {
+        char const* const name = topic.c_str();
+        bool const isAction = parser->isOptionDeclared(name, true, nullptr);
+        if (!isAction && !parser->isOptionDeclared(name, false, nullptr)) {
             return wrongCommandLine("There is no topic '" + topic + "'.");
         }
-        bool const isHidden = parser->isOptionDeclared(topic.c_str(), false, "varo_hidden");
-        std::fputs(parser->getDescription(topic.c_str(), isHidden), stdout);
+        bool const isHidden = parser->isOptionDeclared(name, false, "varo_hidden");
+        auto const sections = isHidden ? varo::Sections::hidden : varo::Sections::shown;
+        std::fputs(parser.topicHelp(name, sections), stdout);
         if (isAction) {
-            std::fputs(parser->getActionModifiersDescription(topic.c_str(), false), stdout);
+            std::fputs(parser.actionHelp(name), stdout);
         }
     }
     return 0;
@@ -138,43 +164,37 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
         std::fputs("dirstat: Out of memory.\n", stderr);
         return 1;
     }
-    declare(parser.interface());
+    Options const options(parser);
     parser->addHandler(&notes);
     int const code = parser.parse(argc, argv, result);
 
     // After a failure the result still holds what came before it.
-    if (result.last<bool>("verbose").value_or(false)) {
+    if (result[options.verbose]) {
         std::fputs(notes.text().c_str(), stderr);
     }
     if (code != varo::kSuccess) {
         return wrongCommandLine(parser.error());
     }
     if (*parser.error() != '\0') {  // After success, warnings: of deprecated values.
-        std::fprintf(stderr, "%s\n", parser.error());
+        std::fprintf(stderr, "%s\n", varo::printable(parser.error()).c_str());
     }
 
-    if (result.has("help")) {
-        return showHelp(parser.interface(), result);
+    if (result[options.help]) {
+        return showHelp(options, result);
     }
-    if (result.has("expert")) {
-        std::fputs(parser->getDescription(true), stdout);
+    if (result[options.expert]) {
+        std::fputs(parser.help(varo::Sections::hidden), stdout);
         return 0;
     }
-    request.isReport = result.has("report");
-    if (!request.isReport && !result.has("scan")) {
+    request.isReport = result[options.report];
+    if (!request.isReport && !result[options.scan]) {
         return wrongCommandLine("Nothing to do.");
     }
 
-    // All values of an option, in their order; and the arguments behind "--", which may have
-    // dashes.
-    for (varo::Value const& value : result.values("path")) {
-        request.paths.push_back(value.text());
-    }
+    // All values of an option, in their order; and the arguments after "--", which may have dashes.
+    request.paths = result.all(options.path);
     for (char const* argument : result.arguments()) {
         request.paths.push_back(argument);
-    }
-    for (varo::Value const& value : result.values("match")) {
-        request.patterns.push_back(value.text());
     }
     if (request.isReport && request.paths.size() != 1) {
         return wrongCommandLine("Action '-report' takes one saved scan.");
@@ -183,12 +203,13 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
         request.paths.push_back(".");
     }
     // What was said last, if at all, or the default.
-    request.depth = result.last<unsigned>("depth");
-    request.save = result.last<std::string>("save");
-    request.by = result.last<std::string>("by").value_or("");
-    request.format = result.last<std::string>("format").value_or("");
-    request.sort = result.last<std::string>("sort").value_or("");
-    request.limit = result.last<unsigned>("limit").value_or(0);
-    request.followLinks = result.last<bool>("follow-links").value_or(false);
+    request.patterns = result.all(options.match);
+    request.depth = result[options.depth];
+    request.save = result[options.save];
+    request.by = result[options.by];
+    request.format = result[options.format];
+    request.sort = result[options.sort];
+    request.limit = result[options.limit];
+    request.followLinks = result[options.followLinks];
     return std::nullopt;
 }

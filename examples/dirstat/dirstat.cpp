@@ -6,6 +6,7 @@
 #include "dirstat.h"
 
 #include <fnmatch.h>
+#include <varo/printable.h>
 
 #include <algorithm>
 #include <cctype>
@@ -21,6 +22,7 @@
 #include <fstream>
 #include <map>
 #include <set>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -44,7 +46,7 @@ struct Row {
 };
 
 bool complain(std::string const& path, std::string const& reason) {
-    std::fprintf(stderr, "dirstat: %s: %s\n", escaped(path).c_str(), reason.c_str());
+    std::fprintf(stderr, "dirstat: %s: %s\n", varo::printable(path).c_str(), reason.c_str());
     return false;
 }
 
@@ -134,7 +136,7 @@ std::vector<Row> sumUp(Request const& request, std::vector<File> const& files) {
     std::map<std::string, Row> sums;
     for (File const& file : files) {
         fs::path const path = file.path;
-        fs::path const key = request.by == "directory" ? path.parent_path() : path.extension();
+        fs::path const key = request.by == Key::directory ? path.parent_path() : path.extension();
         sums[key.empty() ? "(none)" : key.string()].add(1, file.bytes);
     }
     std::vector<Row> rows;
@@ -143,9 +145,9 @@ std::vector<Row> sumUp(Request const& request, std::vector<File> const& files) {
         rows.push_back({name, sum.files, sum.bytes});
     }
     std::stable_sort(rows.begin(), rows.end(), [&request](Row const& left, Row const& right) {
-        return request.sort == "bytes"   ? left.bytes > right.bytes
-               : request.sort == "files" ? left.files > right.files
-                                         : false;  // as they are, by name
+        return request.sort == Order::bytes   ? left.bytes > right.bytes
+               : request.sort == Order::files ? left.files > right.files
+                                              : false;  // as they are, by name
     });
     if (request.limit != 0 && request.limit < rows.size()) {
         Row others{"(" + std::to_string(rows.size() - request.limit) + " others)"};
@@ -169,18 +171,41 @@ std::string csvField(std::string const& text) {
     return field + '"';
 }
 
+/// `text` between the quotes of a JSON string; a byte that is no UTF-8 becomes U+FFFD.
+std::string jsonText(std::string_view text) {
+    std::string result;
+    while (!text.empty()) {
+        std::mbstate_t state{};
+        wchar_t code = 0;
+        std::size_t length = std::mbrtowc(&code, text.data(), text.size(), &state);
+        if (length > text.size() || code > 0x10FFFF) {  // errors are huge lengths
+            length = 1;
+            result += "\\ufffd";
+        } else if (code < 0x20 || (code >= 0x7F && code < 0xA0)) {
+            length = std::max<std::size_t>(length, 1);
+            char escape[16];
+            std::snprintf(escape, sizeof(escape), "\\u%04x", static_cast<unsigned>(code));
+            result += escape;
+        } else {
+            result.append(code == '"' || code == '\\' ? "\\" : "").append(text.substr(0, length));
+        }
+        text.remove_prefix(length);
+    }
+    return result;
+}
+
 void print(Request const& request, std::vector<Row> const& rows) {
-    char const* const by = request.by.c_str();
-    if (request.format == "csv") {
+    char const* const by = request.by == Key::directory ? "directory" : "extension";
+    if (request.format == Format::csv) {
         std::printf("%s,files,bytes\n", by);
         for (Row const& row : rows) {
             std::printf("%s,%lu,%lu\n", csvField(row.name).c_str(), row.files, row.bytes);
         }
-    } else if (request.format == "json") {
+    } else if (request.format == Format::json) {
         char const* separator = "[\n";
         for (Row const& row : rows) {
             std::printf("%s{\"%s\": \"%s\", \"files\": %lu, \"bytes\": %lu}", separator, by,
-                        escaped(row.name).c_str(), row.files, row.bytes);
+                        jsonText(row.name).c_str(), row.files, row.bytes);
             separator = ",\n";
         }
         std::puts(rows.empty() ? "[]" : "\n]");
@@ -188,7 +213,8 @@ void print(Request const& request, std::vector<Row> const& rows) {
         Row total;
         std::printf("%9s %15s  %s\n", "files", "bytes", by);
         for (Row const& row : rows) {
-            std::printf("%9lu %15lu  %s\n", row.files, row.bytes, escaped(row.name).c_str());
+            std::printf("%9lu %15lu  %s\n", row.files, row.bytes,
+                        varo::printable(row.name).c_str());
             total.add(row.files, row.bytes);
         }
         std::printf("%9lu %15lu  total\n", total.files, total.bytes);
@@ -211,31 +237,8 @@ int run(int argc, char const* const* argv) {
 
 }  // namespace
 
-// What is escaped and how is what JSON strings need, and it keeps a terminal safe.
-std::string escaped(std::string_view text) {
-    std::string result;
-    while (!text.empty()) {
-        std::mbstate_t state{};
-        wchar_t code = 0;
-        std::size_t length = std::mbrtowc(&code, text.data(), text.size(), &state);
-        if (length > text.size() || code > 0x10FFFF) {  // errors are huge lengths
-            length = 1;
-            result += "\\ufffd";
-        } else if (code < 0x20 || (code >= 0x7F && code < 0xA0)) {
-            length = std::max<std::size_t>(length, 1);
-            char escape[16];
-            std::snprintf(escape, sizeof(escape), "\\u%04x", static_cast<unsigned>(code));
-            result += escape;
-        } else {
-            result.append(code == '"' || code == '\\' ? "\\" : "").append(text.substr(0, length));
-        }
-        text.remove_prefix(length);
-    }
-    return result;
-}
-
 int main(int argc, char** argv) try {
-    std::setlocale(LC_CTYPE, "C.UTF-8");  // for escaped()
+    std::setlocale(LC_CTYPE, "C.UTF-8");  // for jsonText()
     int const status = run(argc, argv);
     return std::fflush(stdout) == 0 || complain("output", std::strerror(errno)) ? status : 1;
 } catch (std::exception const& problem) {

@@ -32,3 +32,6 @@ VARO_EXPORT char const* describeRemarks(IParser* parser);
 VARO_EXPORT bool isRefused(IParser* parser, IOption const* option);
 
 }  // namespace varo_3_3
+
+/// Programs that do not pin the version of the interface may write varo::.
+namespace varo = varo_3_3;

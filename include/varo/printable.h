@@ -77,3 +77,6 @@ inline std::string printable(std::string_view text) {
 }
 
 }  // namespace varo_3_3
+
+/// Programs that do not pin the version of the interface may write varo::.
+namespace varo = varo_3_3;

@@ -153,12 +153,15 @@ public:
     }
 
     /// The help for the modifiers of one action.
+    char const* actionHelp(char const* action, Sections sections = Sections::shown) const {
+        return m_parser != nullptr
+                   ? m_parser->getActionModifiersDescription(action, isHidden(sections))
+                   : "";
+    }
     template <class Type, bool hasDefault>
     char const* actionHelp(Handle<Type, Role::action, hasDefault> const& action,
                            Sections sections = Sections::shown) const {
-        return m_parser != nullptr
-                   ? m_parser->getActionModifiersDescription(action.name(), isHidden(sections))
-                   : "";
+        return actionHelp(action.name(), sections);
     }
 
     /// The help for the options that go with every action; "" if there are none.
@@ -223,5 +226,5 @@ private:
 
 }  // namespace varo_3_3
 
-/// Hosts that do not pin the interface's version may write varo::Parser.
+/// Programs that do not pin the version of the interface may write varo::.
 namespace varo = varo_3_3;

@@ -18,4 +18,16 @@ namespace varo_3_3 {
 /// read, the place that names it. "" after success, and when no place is to blame. Since 3.3.1.
 VARO_EXPORT char const* errorOrigin(IParser* parser);
 
+/// Whether the option or action with this name, any of its names, is among the arguments after
+/// argv[0], whatever else is wrong with them: for help and version, which users ask for beside
+/// mistakes. Only where a parse would take a word as that option: after "--", among what
+/// kTakeTheRest takes along and as a value of another option it is not asked for, nor as "--no-"
+/// and the name. Option files are not read. False also when memory is short. Since 3.3.1.
+VARO_EXPORT bool isAskedFor(IParser* parser, int argc, char const* const* argv, char const* name);
+
+/// The primary name of the first option among the arguments after argv[0] that is given an empty
+/// text, as in `--keep "$UNSET"`, which is stored as an option without a value; the positional one
+/// counts too. Null when there is none. Lives as long as the declaration. Since 3.3.1.
+VARO_EXPORT char const* firstEmptyOption(IParser* parser, int argc, char const* const* argv);
+
 }  // namespace varo_3_3

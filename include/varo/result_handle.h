@@ -89,8 +89,8 @@ public:
             getLastValue(m_result, name, kFirstPosition, kNoPosition).value());
     }
 
-    /// The values in the range of positions (both ends as in IParseResult::next) of an option, given
-    /// by its name or handle, with what was typed and where. Defaults are not among them.
+    /// The values in the range of positions (both ends as in IParseResult::next) of an option,
+    /// given by its name or handle, with what was typed and where. Defaults are not among them.
     template <class Option>
     std::vector<Value> values(Option const& option, int from = kFirstPosition,
                               int to = kNoPosition) const {

@@ -3,6 +3,7 @@
 #include <string>
 #include <utility>
 
+#include "varo/assist.h"
 #include "varo/flags.h"
 #include "varo/handle.h"
 #include "varo/mistakes.h"
@@ -91,8 +92,7 @@ public:
         return declare<Option<Type>>(
             names,
             [&](mosaic2::das_variant_type_t type) {
-                return m_parser->modifier(names, actions.list(), description, type,
-                                          section);
+                return m_parser->modifier(names, actions.list(), description, type, section);
             },
             true);
     }
@@ -126,6 +126,12 @@ public:
         forgetReason();
         return m_parser != nullptr ? m_parser->parseStream(text, result.interface())
                                    : static_cast<int>(kUnusableArguments);
+    }
+
+    /// Whether the arguments ask for an option or action, whatever else is wrong with them: see
+    /// the function of this name in varo/assist.h.
+    bool isAskedFor(int argc, char const* const* argv, Declared const& option) const {
+        return varo_3_3::isAskedFor(m_parser, argc, argv, option.name());
     }
 
     /// The error, or the warnings, of the last parse; never null. After the refusal of a value that

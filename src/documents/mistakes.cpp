@@ -126,7 +126,9 @@ private:
     }
     Inspection& about(Record const& record) { return line() << "The " << record << ": "; }
 
-    [[gnu::noinline]] Record const& recordAt(std::uint32_t number) const { return *m_registry.records()[number]; }
+    [[gnu::noinline]] Record const& recordAt(std::uint32_t number) const {
+        return *m_registry.records()[number];
+    }
 
     void describeRefusal(Refusals::Entry const& entry) {
         using enum Refusals::Reason;

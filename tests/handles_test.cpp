@@ -93,7 +93,7 @@ TEST(Handles, GiveNumbersThatFit) {
     };
     for (Row const& row : rows) {
         varo::Result result = parser.createResult();
-        EXPECT_EQ(parse(parser, result, {row.argument}), 0);
+        EXPECT_EQ(parse(parser, result, {row.argument}), kSuccess);
         std::string const argument = row.argument;
         std::string const name = argument.substr(2, argument.find('=') - 2);
         EXPECT_EQ(readings(result, name == "no-bool" ? "bool" : name.c_str()), row.readings)
@@ -104,7 +104,8 @@ TEST(Handles, GiveNumbersThatFit) {
 TEST(Handles, LetOtherQueriesComeIntoALoop) {
     varo::Parser const parser = makeParser();
     varo::Result result = parser.createResult();
-    ASSERT_EQ(parse(parser, result, {"--word=a,b", "--size=1", "--word=c", "--", "x", "y"}), 0);
+    ASSERT_EQ(parse(parser, result, {"--word=a,b", "--size=1", "--word=c", "--", "x", "y"}),
+              kSuccess);
     std::string met;
     for (varo::Value const& outer : result.values("word")) {
         met += result.has("level") ? " " : "?";

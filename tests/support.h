@@ -86,7 +86,7 @@ inline std::string contents(varo::Result const& result, char const* name,
 /// One command line: what it returns and says, and what `name` holds then.
 struct Case {
     Arguments arguments;
-    int code;
+    varo::ReturnCode code;
     std::string error;
     char const* name = nullptr;
     std::string contents{};

@@ -149,7 +149,7 @@ TEST(TypedDeclarations, AnswerByTheirKind) {
     for (Row const& row : rows) {
         SCOPED_TRACE(row.answers);
         varo::Result result = parser.createResult();
-        EXPECT_EQ(parse(parser, result, row.arguments), 0) << parser.error();
+        EXPECT_EQ(parse(parser, result, row.arguments), kSuccess) << parser.error();
         EXPECT_EQ(answers(result), row.answers);
     }
     // No defaults in the result: the handles have them.
@@ -166,37 +166,39 @@ TEST(TypedDeclarations, RefuseWhatTheHostsTypeDoesNotHave) {
     auto const port = parser.option<std::uint16_t>("port", "");
     varo::Parser moved = std::move(parser);
     std::string const invalid = "' is not valid for option '";
-    check(moved, {
-                     {{"-w", "90s"}, 0, "", "wait", "'90s'"},
-                     {{"--wait=1min,2s"}, 0, "", "wait", "'1min' '2s'"},
-                     {{"--wait=1min,2h"},
-                      1,
-                      "Value '1min,2h" + invalid +
-                          "wait' in argument '--wait=1min,2h': "
-                          "A time is a number with s or min.",
-                      "wait",
-                      "absent"},
-                     {{"--size=12G"}, 0, "", "size", "'12G'"},
-                     {{"--size=12Q"}, 1, "Value '12Q" + invalid + "size' in argument '--size=12Q'"},
-                     {{"--size=throw"}, 4, "Unidentified problem detected."},
-                     {{"--port=70000"},
-                      1,
-                      "Value '70000" + invalid +
-                          "port' in argument '--port=70000': "
-                          "It must be from 0 to 65535."},
-                 });
+    check(moved,
+          {
+              {{"-w", "90s"}, kSuccess, "", "wait", "'90s'"},
+              {{"--wait=1min,2s"}, kSuccess, "", "wait", "'1min' '2s'"},
+              {{"--wait=1min,2h"},
+               kRefused,
+               "Value '1min,2h" + invalid +
+                   "wait' in argument '--wait=1min,2h': "
+                   "A time is a number with s or min.",
+               "wait",
+               "absent"},
+              {{"--size=12G"}, kSuccess, "", "size", "'12G'"},
+              {{"--size=12Q"}, kRefused, "Value '12Q" + invalid + "size' in argument '--size=12Q'"},
+              {{"--size=throw"}, kUnidentifiedProblem, "Unidentified problem detected."},
+              {{"--port=70000"},
+               kRefused,
+               "Value '70000" + invalid +
+                   "port' in argument '--port=70000': "
+                   "It must be from 0 to 65535."},
+          });
     varo::Result result = moved.createResult();
-    EXPECT_EQ(parse(moved, result, {"--size=3", "--size=2G", "--wait=1s,2min", "--port=80"}), 0);
+    EXPECT_EQ(parse(moved, result, {"--size=3", "--size=2G", "--wait=1s,2min", "--port=80"}),
+              kSuccess);
     EXPECT_EQ(result[size]->bytes, 2ULL << 30);
     EXPECT_EQ(result.all(wait), (std::vector{1s, 120s}));
     EXPECT_EQ(result[port], 80);
     EXPECT_EQ(result.last<std::chrono::seconds>("wait"), 120s);
     // A reason belongs to its own parse: a later refusal by somebody else has none.
-    EXPECT_EQ(parse(moved, result, {"--wait=never"}), 1);
+    EXPECT_EQ(parse(moved, result, {"--wait=never"}), kRefused);
     RecordingHandler handler;
     handler.m_reaction = [](std::string const& event) { return event != "value wait=1s"; };
     moved->addHandler(&handler);
-    EXPECT_EQ(parse(moved, result, {"--wait=1s"}), 1);
+    EXPECT_EQ(parse(moved, result, {"--wait=1s"}), kRefused);
     EXPECT_EQ(moved.error(), "Value '1s" + invalid + "wait' in argument '--wait=1s'");
 }
 
@@ -213,11 +215,11 @@ TEST(TypedDeclarations, KeepTheChecksOfTheDeclarationThatParses) {
     parser->setReplace(true);
     parser.option<std::string>("replaced", "");
     parser.option<Size>("sized", "");
-    check(parser, {{{"--add", "--plain=x"}, 0, ""},
-                   {{"--add", "--shared=x"}, 0, ""},
-                   {{"--add", "--replaced=x"}, 0, ""},
+    check(parser, {{{"--add", "--plain=x"}, kSuccess, ""},
+                   {{"--add", "--shared=x"}, kSuccess, ""},
+                   {{"--add", "--replaced=x"}, kSuccess, ""},
                    {{"--add", "--sized=x"},
-                    1,
+                    kRefused,
                     "Value 'x' is not valid for option 'sized' in argument '--sized=x'"}});
 }
 
@@ -230,11 +232,11 @@ TEST(TypedDeclarations, ModifiersBelongToTheirActions) {
     parser.option<bool>("all", "Everything");
     parser.allowTogether(add, list, check);
     varo::Result result = parser.createResult();
-    EXPECT_EQ(parse(parser, result, {"-a", "x,y", "--level=9"}), 0);
+    EXPECT_EQ(parse(parser, result, {"-a", "x,y", "--level=9"}), kSuccess);
     EXPECT_EQ(result[add], "x,y");
     EXPECT_FALSE(result[list] || result[check]);
     EXPECT_EQ(result[level], 9);
-    EXPECT_EQ(parse(parser, result, {"--list", "--check", "--level=1"}), 2);
+    EXPECT_EQ(parse(parser, result, {"--list", "--check", "--level=1"}), kParseError);
     EXPECT_STREQ(parser.error(), "Action '-list' doesn't accept option '-level'");
     EXPECT_STREQ(parser.help(), parser->getDescription(false));
     EXPECT_STREQ(parser.topicHelp(level), parser->getDescription("level", false));
@@ -251,7 +253,7 @@ TEST(TypedDeclarations, OutliveTheirParserAndTheNamesTheyWereMadeWith) {
         std::string const name = "a name too long to be kept in the string itself";
         title = parser.option<std::string>((name + ",t").c_str(), "").defaultValue(name + "!");
         result = parser.createResult();
-        EXPECT_EQ(parse(parser, result, {"-t", "x"}), 0);
+        EXPECT_EQ(parse(parser, result, {"-t", "x"}), kSuccess);
     }
     varo::DefaultedOption<std::string> const copy = *title;
     title.reset();

@@ -61,7 +61,7 @@ TEST(DeprecatedValues, AreReplacedOnceWithAWarning) {
            {{"--mode=b,a"}, kSuccess, warning("b", "mode", "a") + "\n" + aToB, "mode", "'a' 'b'"},
            {{"--level=1,2"}, kSuccess, warning("1", "level", "2"), "level", "s32 2 s32 2"},
            {{"--level=+3", "-m=new,a"},
-            0,
+            kSuccess,
             warning("+3", "level", "4") + "\n" + aToB,
             "mode",
             "'new' 'b'"},

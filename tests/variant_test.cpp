@@ -193,8 +193,9 @@ TEST_F(Variants, ReadNothingOfATextWithoutBytes) {
             ->allowValue(nothing)
             ->allowDeprecatedValue(nothing, "x")
             ->defaultValue(nothing);
-        varo_test::check(parser,
-                         {{{}, 0, "", "to", type == vtString ? "default ''" : "default null"}});
+        varo_test::check(
+            parser,
+            {{{}, varo::kSuccess, "", "to", type == vtString ? "default ''" : "default null"}});
     }
 }
 

@@ -100,8 +100,7 @@ private:
 class CopiedArguments final : public ArgumentSource {
 public:
     /// Requires: none of the `count` pointers is null. Throws std::bad_alloc.
-    CopiedArguments(char const* const* arguments, std::size_t count)
-        : ArgumentSource("argument ") {
+    CopiedArguments(char const* const* arguments, std::size_t count) : ArgumentSource("argument ") {
         for (std::size_t number = 0; number < count; ++number) {
             m_texts += arguments[number];
             m_texts += '\0';

@@ -95,57 +95,74 @@ private:
     std::vector<Record> m_records;
 };
 
-TEST(Names, AreFoundAsInAPlainList) {
-    char const* const words[] = {"a",        "b",         "ab",        "aba",        "abb",
-                                 "no",       "n",         "no-a",      "no-ab",      "no-no-a",
-                                 "abababab", "ababababa", "ababababb", "no-abababab"};
+/// Makes `steps` declarations with some of these words as names, and compares the answers to
+/// beginnings of all words after each.
+void play(unsigned seed, int steps, std::vector<std::string> const& words) {
     char const* const tags[] = {"", "t", "u", "tu", "v"};
-    for (unsigned seed = 0; seed < 300; ++seed) {
-        std::mt19937 random(seed);
-        auto const pick = [&](auto const& from) -> std::string {
-            return from[random() % std::size(from)];
-        };
-        auto const list = [](std::string const& letters, std::set<std::string>& items) {
-            std::string text;
-            for (char const letter : letters) {
-                items.emplace(1, letter);
-                text += std::string(text.empty() ? "" : ",") + letter;
-            }
-            return text;
-        };
-        Model model;
-        varo::Parser const parser(varo::kUnknownIsError);
-        varo::IOption* const placeholder = parser->option(nullptr, "", mosaic2::vtNull, "");
-        for (int step = 0; step < 12; ++step) {
-            Model::Record record{{pick(words)}, {}, random() % 2 == 0, std::to_string(step)};
-            std::string names = record.names.front();
-            if (random() % 3 == 0) {
-                record.names.push_back(pick(words));
-                names += "," + record.names.back();
-            }
-            std::string const owners = list(pick(tags), record.tags);
-            bool const replace = random() % 4 == 0;
-            parser->setReplace(replace);
-            Model::Record* const expected = model.declare(record, replace);
-            varo::IOption* const option =
-                parser->modifier(names.c_str(), owners.empty() ? nullptr : owners.c_str(), "",
-                                 record.isBoolean ? mosaic2::vtBool : mosaic2::vtString, "");
-            SCOPED_TRACE(testing::Message() << "seed " << seed << " step " << step << " " << names);
-            ASSERT_EQ(option == placeholder, expected == nullptr);
-            option->allowValue(record.mark.c_str());
-            if (expected != nullptr && random() % 3 == 0) {
-                expected->names.push_back(pick(words));
-                option->synonym(expected->names.back().c_str());
-                std::string const more = list(pick(tags), expected->tags);
-                option->tag(more.empty() ? nullptr : more.c_str());
-            }
-            for (std::string const word : words) {
-                std::string const typed = word.substr(0, 1 + random() % word.size());
-                varo::Result none;
-                parse(parser, none, {"--" + typed + "=x"});
-                ASSERT_EQ(parser.error(), model.answer(typed));
-            }
+    std::mt19937 random(seed);
+    auto const pick = [&](auto const& from) -> std::string {
+        return from[random() % std::size(from)];
+    };
+    auto const list = [](std::string const& letters, std::set<std::string>& items) {
+        std::string text;
+        for (char const letter : letters) {
+            items.emplace(1, letter);
+            text += std::string(text.empty() ? "" : ",") + letter;
         }
+        return text;
+    };
+    Model model;
+    varo::Parser const parser(varo::kUnknownIsError);
+    varo::IOption* const placeholder = parser->option(nullptr, "", mosaic2::vtNull, "");
+    for (int step = 0; step < steps; ++step) {
+        Model::Record record{{pick(words)}, {}, random() % 2 == 0, std::to_string(step)};
+        std::string names = record.names.front();
+        if (random() % 3 == 0) {
+            record.names.push_back(pick(words));
+            names += "," + record.names.back();
+        }
+        std::string const owners = list(pick(tags), record.tags);
+        bool const replace = random() % 4 == 0;
+        parser->setReplace(replace);
+        Model::Record* const expected = model.declare(record, replace);
+        varo::IOption* const option =
+            parser->modifier(names.c_str(), owners.empty() ? nullptr : owners.c_str(), "",
+                             record.isBoolean ? mosaic2::vtBool : mosaic2::vtString, "");
+        SCOPED_TRACE(testing::Message() << "seed " << seed << " step " << step << " " << names);
+        ASSERT_EQ(option == placeholder, expected == nullptr);
+        option->allowValue(record.mark.c_str());
+        if (expected != nullptr && random() % 3 == 0) {
+            expected->names.push_back(pick(words));
+            option->synonym(expected->names.back().c_str());
+            std::string const more = list(pick(tags), expected->tags);
+            option->tag(more.empty() ? nullptr : more.c_str());
+        }
+        for (std::string const& word : words) {
+            std::string const typed = word.substr(0, 1 + random() % word.size());
+            varo::Result none;
+            parse(parser, none, {"--" + typed + "=x"});
+            ASSERT_EQ(parser.error(), model.answer(typed));
+        }
+    }
+}
+
+TEST(Names, AreFoundAsInAPlainList) {
+    for (unsigned seed = 0; seed < 300; ++seed) {
+        play(seed, 12,
+             {"a", "b", "ab", "aba", "abb", "no", "n", "no-a", "no-ab", "no-no-a", "abababab",
+              "ababababa", "ababababb", "no-abababab"});
+    }
+}
+
+TEST(Names, AreFoundAmongManyWithOneBeginning) {
+    std::vector<std::string> words;
+    for (char first = 'a'; first <= 'j'; ++first) {
+        for (char second = 'a'; second <= 'j'; ++second) {
+            words.push_back(std::string("na") + first + second);
+        }
+    }
+    for (unsigned seed = 0; seed < 4; ++seed) {
+        play(seed, 80, words);
     }
 }
 

@@ -102,15 +102,48 @@ NameIndex::BestMatch NameIndex::find_best_match(std::string_view typed) {
     if (end != m_sorted.end() && fits(*end)) {
         end = std::partition_point(end, m_sorted.end(), fits);
     }
-    auto const first =
-        std::min_element(begin, end, [&](SortedKey const& left, SortedKey const& right) {
-            return isEarlier(m_keys[left.key], m_keys[right.key]);
-        });
-    match.first = first->key;
-    match.isUnique = end - begin == 1 && m_keys[match.first].next == kNone;
     match.begin = static_cast<std::size_t>(begin - m_sorted.begin());
     match.end = static_cast<std::size_t>(end - m_sorted.begin());
+    match.first = earliestOf(match.begin, match.end);
+    match.isUnique = end - begin == 1 && m_keys[match.first].next == kNone;
     return match;
+}
+
+/// The earliest key among those of a range of the sorted array. A tree over the array answers for
+/// wide ranges, such as an abbreviation of a thousand names has: its leaves are the keys, every
+/// other node is the earlier of its two children.
+std::uint32_t NameIndex::earliestOf(std::size_t begin, std::size_t end) {
+    constexpr std::size_t kNarrow = 32;  // is looked through faster than the tree
+    auto const earlier = [this](std::uint32_t left, std::uint32_t right) {
+        return isEarlier(m_keys[left], m_keys[right]) ? left : right;
+    };
+    std::uint32_t found = m_sorted[begin].key;
+    if (end - begin <= kNarrow) {
+        for (std::size_t at = begin + 1; at < end; ++at) {
+            found = earlier(found, m_sorted[at].key);
+        }
+        return found;
+    }
+    std::size_t const count = m_sorted.size();
+    if (m_earliest.empty()) {
+        m_earliest.resize(2 * count);
+        for (std::size_t at = 0; at < count; ++at) {
+            m_earliest[count + at] = m_sorted[at].key;
+        }
+        for (std::size_t at = count - 1; at > 0; --at) {
+            m_earliest[at] = earlier(m_earliest[2 * at], m_earliest[2 * at + 1]);
+        }
+    }
+    // Goes up from both ends, and takes each node whose parent reaches beyond them.
+    for (begin += count, end += count; begin < end; begin /= 2, end /= 2) {
+        if (begin % 2 == 1) {
+            found = earlier(found, m_earliest[begin++]);
+        }
+        if (end % 2 == 1) {
+            found = earlier(found, m_earliest[--end]);
+        }
+    }
+    return found;
 }
 
 std::string NameIndex::textOf(std::uint32_t key) const {
@@ -121,11 +154,20 @@ bool NameIndex::beginsWithNo(std::uint32_t key) const {
     return startsWith(m_keys[key], kNegation);
 }
 
-bool NameIndex::isOneOption(BestMatch const& match) const {
-    Key const& first = m_keys[match.first];
+bool NameIndex::isOneOption(BestMatch const& match) {
+    Key& first = m_keys[match.first];
     if (first.next == kNone) {
         return false;
     }
+    if (first.askedAfter != m_changes) {
+        first.isOneOption = findsNoConflict(first);
+        first.askedAfter = m_changes;
+    }
+    return first.isOneOption;
+}
+
+/// Whether no later record has the same names as the record of `first` and a tag of it.
+bool NameIndex::findsNoConflict(Key const& first) const {
     OptionDescription const& record = *m_records[first.record];
     // Records with the same names and a common tag are in one chain with the record's first name.
     for (std::string const& tag : record.m_tags) {
@@ -248,7 +290,7 @@ std::uint32_t NameIndex::findHead(Key const& wanted) const {
 template <class Take>
 void NameIndex::forEachSpelling(OptionDescription const& record, std::size_t name,
                                 Take take) const {
-    Key key{record.m_index, static_cast<std::uint32_t>(name), 0, nullptr, kNone, kNone, 0};
+    Key key{record.m_index, static_cast<std::uint32_t>(name), 0, nullptr, kNone, kNone, 0, 0, 0};
     take(key);
     if (record.m_type == mosaic2::vtBool) {
         key.isNegated = 1;
@@ -267,7 +309,7 @@ void NameIndex::insert(Key key) noexcept {
     }
     key.tail = number;
     m_keys[number] = key;
-    m_isSorted = false;
+    noteChange();
 
     std::uint32_t const head = findHead(key);
     if (head == kNone) {
@@ -320,7 +362,13 @@ void NameIndex::remove(Key wanted) noexcept {
     }
     m_keys[number].next = m_freeKey;
     m_freeKey = number;
+    noteChange();
+}
+
+/// What was found out about the names so far is not certain any more.
+void NameIndex::noteChange() noexcept {
     m_isSorted = false;
+    ++m_changes;
 }
 
 void NameIndex::sortHeads() {
@@ -328,6 +376,7 @@ void NameIndex::sortHeads() {
         return;
     }
     m_sorted.clear();
+    m_earliest.clear();
     m_heads.forEach([this](std::uint32_t number) {
         Key const& key = m_keys[number];
         if (key.tag == nullptr) {

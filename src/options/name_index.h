@@ -75,7 +75,7 @@ public:
     /// Whether several candidates are only one option, declared for different actions: the text of
     /// the first is a candidate twice, and no later record with the same names shares a tag with
     /// it.
-    bool isOneOption(BestMatch const& match) const;
+    bool isOneOption(BestMatch const& match);
 
     /// The texts of all candidates, in the order of the list: 'a', 'b'.
     [[gnu::cold]] std::string listCandidates(BestMatch const& match) const;
@@ -89,6 +89,10 @@ private:
         std::uint32_t next;           // in the chain
         std::uint32_t tail;           // of the chain; kept in its head
         std::uint32_t hash;
+        // The answer of isOneOption, and after which change it was given. It takes a walk over all
+        // tags of the record, which one argument after the other would repeat.
+        std::uint32_t askedAfter : 31;
+        std::uint32_t isOneOption : 1;
     };
 
     struct SortedKey {
@@ -115,14 +119,19 @@ private:
     void insert(Key key) noexcept;
     void link(std::uint32_t head, std::uint32_t number) noexcept;
     void remove(Key wanted) noexcept;
+    void noteChange() noexcept;
     void sortHeads();
+    std::uint32_t earliestOf(std::size_t begin, std::size_t end);
+    bool findsNoConflict(Key const& first) const;
 
     OptionRecords const& m_records;
     std::vector<Key> m_keys;
     std::uint32_t m_freeKey = kNone;  // chain of the removed keys
     internal::HashIndex m_heads;
     std::vector<SortedKey> m_sorted;
+    std::vector<std::uint32_t> m_earliest;  // see earliestOf; empty until it is needed
     bool m_isSorted = false;
+    std::uint32_t m_changes : 31 = 0;
 };
 
 /// Looks `name` up among the declarations, in their order: a record matches by one of its names, a

@@ -383,6 +383,38 @@ TEST(FailingMemory, QueriesNeedNoMemory) {
     });
 }
 
+TEST(FailingMemory, IsReportedByWhatAnswersItself) {
+    varo::Parser const parser;
+    RecordingHandler handler;
+    memory::failAfter(0, memory::kOperatorNew, false);
+    EXPECT_FALSE(parser->addHandler(&handler));
+    EXPECT_EQ(parser->allowSimultaneousActions({}), 0);
+    memory::sources = 0;
+    EXPECT_TRUE(parser->addHandler(&handler));
+}
+
+TEST(Memory, DoesNotGrowWithRepeatedInput) {
+    Host host(varo::kUnknownIsError, true);
+    auto const use = [&] {
+        varo::Result result = host.m_parser.createResult();
+        parse(host.m_parser, result, {"--list=a,b", "--level=4", kLong, "--unknown"});
+        EXPECT_STRNE(host.m_parser.error(), "");
+        parse(host.m_parser, result, {"--mode=x"});
+        EXPECT_STRNE(host.m_parser.error(), "");
+        host.m_parser->getDescription(false);
+        host.m_parser->getDescription("mode", false);
+        host.m_parser->getGlobalModifiersDescription(false);
+    };
+    auto const outstanding = [&] {
+        use();
+        host.m_handler.m_events = {};
+        host.m_handler.m_texts = {};
+        return memory::outstanding;
+    };
+    long const first = outstanding();
+    EXPECT_EQ(outstanding(), first);
+}
+
 TEST(FailingMemory, WrappedTextIsWholeOrThrows) {
     exhaust([](Trial& trial, std::string const&) {
         return trial.attempt([&] {

@@ -1,6 +1,7 @@
 #include <climits>
 
 #include "support.h"
+#include "trace/diagnostic_log.h"
 
 namespace {
 
@@ -160,6 +161,18 @@ TEST(Trace, NeedsNoConsole) {
         BRIX::ucout.exceptions(std::ios::goodbit);
     }
     BRIX::ucout.rdbuf(old);
+}
+
+TEST(Trace, IsDiscardedWhileItIsOff) {
+    Console const console;
+    varo_3_3::internal::varoLogEnabled = false;
+    std::ostream& discarding = varo_3_3::internal::varoLog();
+    discarding << "nobody reads this" << std::endl;
+    EXPECT_EQ(&discarding, &varo_3_3::internal::varoLog());
+    varo_3_3::internal::varoLogEnabled = true;
+    EXPECT_EQ(&varo_3_3::internal::varoLog(), &BRIX::ucout);
+    varo_3_3::internal::varoLogEnabled = false;
+    EXPECT_EQ(console.text(), "");
 }
 
 TEST(Trace, LastsForOneParseAndStartsWithTheFirstArgumentOnly) {

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <set>
 #include <stdexcept>
 
 #include "support.h"
@@ -187,6 +188,92 @@ TEST_F(Handlers, QueryTheResultBeingFilled) {
     EXPECT_EQ(contents(m_result, "late"), "s32 1 s32 2 s32 3");
 }
 
+/// Arguments in memory that a handler can overwrite and free.
+class Perishable {
+public:
+    explicit Perishable(Arguments const& arguments) {
+        for (std::string const& argument : arguments) {
+            m_texts.push_back(std::make_unique<std::string>(argument));
+            m_argv.push_back(m_texts.back()->data());
+        }
+    }
+
+    void perish() {
+        for (auto& text : m_texts) {
+            text->assign(text->size(), 'X');
+            text.reset();
+        }
+        std::fill(m_argv.begin(), m_argv.end(), nullptr);
+    }
+
+    std::vector<char const*> m_argv;
+
+private:
+    std::vector<std::unique_ptr<std::string>> m_texts;
+};
+
+TEST_F(Handlers, MayOverwriteWhatIsParsed) {
+    std::string const tail(100, 't');
+    for (std::string const first : {"--list=se,cret,s", "unknown"}) {
+        SCOPED_TRACE(first);
+        m_result = m_parser.createResult();
+        Perishable line({"tool", first, "--level", "2", "--list=" + tail, "--", tail});
+        bool const isUnknown = first == "unknown";
+        once(0, isUnknown ? "unknown unknown" : "option list", [&] {
+            line.perish();
+            return !isUnknown;  // lets the unknown argument pass
+        });
+        EXPECT_EQ(m_parser.parse(7, line.m_argv.data(), m_result), kSuccess);
+        EXPECT_EQ(contents(m_result, "list"), (isUnknown ? "'" : "'se' 'cret' 's' '") + tail + "'");
+        EXPECT_EQ(contents(m_result, "level"), "s32 2");
+        EXPECT_EQ(plainArguments(m_result), tail + "|");
+    }
+    // The same buffer serves the next text, while the first one is still being parsed.
+    m_result = m_parser.createResult();
+    auto text = std::make_unique<std::string>("--level=1\n--list=" + tail + "\n--level=x\n");
+    once(0, "value level=1", [&] {
+        *text = "--list=inner";
+        EXPECT_EQ(m_parser->parseStream(text->c_str(), m_result.interface()), kSuccess);
+        text.reset();
+        return true;
+    });
+    EXPECT_EQ(m_parser->parseStream(text->c_str(), m_result.interface()), kParseError);
+    EXPECT_EQ(m_parser.error(), cannotParse("--level=x", "level", "x", "integer"));
+    EXPECT_EQ(contents(m_result, "list"), "'inner' '" + tail + "'");
+}
+
+TEST_F(Handlers, EnableOptionFiles) {
+    Directory const directory;
+    std::string const path = directory.write("late.options", "--level=7\n");
+    m_parser->option("option-file", "", vtString, "");
+    once(0, "option option-file", [&] { return !m_parser->addOptionFileOption("", ""); });
+    EXPECT_EQ(parse({"--option-file=" + path}), kSuccess);
+    EXPECT_EQ(contents(m_result, "level"), "s32 7");
+}
+
+TEST_F(Handlers, AreGivenEqualTextsAtOneAddress) {
+    EXPECT_EQ(parse({"--list=same,same", "--same", "--list=same"}), kParseError);
+    m_handlers[1].m_reaction = [](std::string const& event) { return event != "unknown same"; };
+    EXPECT_EQ(parse({"same", "--list=same"}), kSuccess);
+    std::set<char const*> addresses;
+    for (char const* const text : m_handlers[0].m_texts) {
+        if (text == std::string("same")) {
+            addresses.insert(text);
+        }
+    }
+    EXPECT_EQ(addresses.size(), 1U);
+}
+
+TEST_F(Handlers, SwitchTheTraceOn) {
+    Console const console;
+    once(0, "value list=a", [] { return varo_3_3::internal::varoLogEnabled = true; });
+    EXPECT_EQ(parse({"--list=a"}), kSuccess);
+    EXPECT_EQ(console.text(),
+              "AbbreviationParser: sent event on value parsed, option: 'list', value: 'a'\n"
+              "AbbreviationParser: stored option to result container.\n"
+              "AbbreviationParser: removing argument: '--list=a'\n");
+}
+
 TEST_F(Handlers, ParseAgain) {
     varo::Result other = m_parser.createResult();
     once(0, "value list=a", [&] {
@@ -205,6 +292,16 @@ TEST_F(Handlers, ParseAgain) {
     EXPECT_EQ(plainArguments(m_result), "outer|");
     EXPECT_EQ(contents(other, "level"), "s32 2");
     EXPECT_EQ(plainArguments(other), "inner|");
+}
+
+TEST_F(Handlers, LeaveTheLastValueToItsPosition) {
+    once(0, "value list=b", [&] { return parse({"--list=c"}) == kSuccess; });
+    EXPECT_EQ(parse({"--list=a,b"}), kSuccess);
+    EXPECT_EQ(contents(m_result, "list"), "'c' 'a' 'b'");
+    varo::IParseResult* const result = m_result.interface();
+    varo::Value const last = varo::getLastValue(result, "list", 0, varo::kNoPosition);
+    EXPECT_STREQ(last.text(), "c");
+    EXPECT_STREQ(varo::getLastValue(result, "list", 0, last.position()).text(), "b");
 }
 
 TEST_F(Handlers, ThrowThroughTheParse) {

@@ -108,6 +108,22 @@ TEST(Help, ShowsSingleDashesUnlessToldOtherwise) {
 )");
 }
 
+TEST(Help, ReadsTheDefaultOfASwitchAsABoolean) {
+    variant_t const borrowed("x", true);
+    std::pair<variant_t, char const*> const rows[] = {{1.0, "-a (default) | -no-a\n"},
+                                                      {0.0, "-a | -no-a (default)\n"},
+                                                      {variant_t(), "-a | -no-a (default)\n"},
+                                                      {-1, "-a (default) | -no-a\n"},
+                                                      {borrowed, "-a | -no-a\n"}};
+    for (auto const& [value, shown] : rows) {
+        varo::Parser const parser;
+        parser->option("a", std::string(60, 'x').c_str(), vtBool, "")->defaultValue(value);
+        std::string const help = parser->getDescription(false);
+        std::string const names = help.substr(0, help.find("  ")) + "\n";
+        EXPECT_EQ(names, shown);
+    }
+}
+
 TEST(Help, ListsActionsAsTopics) {
     varo::Parser const parser(varo::kDoubleDashHelp);
     declareActions(parser);

@@ -1,5 +1,9 @@
 // Different parsers in different threads. Built for ThreadSanitizer too, which sees every race.
 
+#include <pthread.h>
+#include <unistd.h>
+
+#include <atomic>
 #include <thread>
 
 #include "support.h"
@@ -68,6 +72,42 @@ TEST(Threads, ParseAtOnceWithAscendingPositions) {
         thread.join();
     }
     BRIX::ucout.rdbuf(old);
+}
+
+/// Waits for ever in the middle of a line.
+class Waiting final : public std::streambuf {
+    std::streamsize xsputn(char const*, std::streamsize) override {
+        m_isReached = true;
+        for (;;) {
+            pause();
+        }
+    }
+
+public:
+    std::atomic<bool> m_isReached = false;
+};
+
+TEST(Threads, AreCancelledInTheMiddleOfATrace) {
+    Waiting waiting;
+    std::streambuf* const old = BRIX::ucout.rdbuf(&waiting);
+    pthread_t thread{};
+    auto const parseTraced = [](void*) -> void* {
+        varo::Parser const parser;
+        varo::Result result = parser.createResult();
+        parse(parser, result, {"varooption=varologenable=1", "--level=1"});
+        return nullptr;
+    };
+    ASSERT_EQ(pthread_create(&thread, nullptr, parseTraced, nullptr), 0);
+    while (!waiting.m_isReached) {
+        std::this_thread::yield();
+    }
+    pthread_cancel(thread);
+    void* outcome = nullptr;
+    pthread_join(thread, &outcome);
+    EXPECT_EQ(outcome, PTHREAD_CANCELED);
+    BRIX::ucout.rdbuf(old);
+    BRIX::ucout.clear();
+    varo_3_3::internal::varoLogEnabled = false;
 }
 
 }  // namespace

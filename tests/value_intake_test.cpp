@@ -1,3 +1,6 @@
+#include <limits>
+#include <memory>
+
 #include "support.h"
 
 namespace {
@@ -36,6 +39,49 @@ TEST(AllowedValues, AreMatchedWholeOrByTheirBeginning) {
     varo::Result result = parser.createResult();
     parse(parser, result, {"--mode=fas"});
     EXPECT_STREQ(result.interface()->get("mode", 0, varo::kNoPosition).text(), "fas");
+}
+
+TEST(AllowedValues, AreFoundAmongMany) {
+    varo::Parser const parser(varo::kUnknownIsError);
+    varo::IOption* const mode = parser->option("mode", "", vtString, "");
+    varo::IOption* const size = parser->option("size", "", vtU64, "");
+    varo::IOption* const ratio = parser->option("ratio", "", vtDouble, "");
+    for (int number = 20; number > 0; --number) {
+        std::string const text = "mode" + std::string(number, 'x') + "-" + std::to_string(number);
+        mode->allowValue(text.c_str())->allowValue(text.c_str())->allowValue(number);
+        size->allowValue(number * 1.0)->allowValue(text.c_str());
+        ratio->allowValue(number)->allowValue(std::numeric_limits<double>::quiet_NaN());
+    }
+    size->allowValue(-1)->allowValue(9007199254740993.0);
+    check(parser, {{{"--mode=modexx-"}, kSuccess, "", "mode", "'modexx-2'"},
+                   {{"--mode=modexxx-3"}, kSuccess, "", "mode", "'modexxx-3'"},
+                   {{"--size=7"}, kSuccess, "", "size", "u64 7"},
+                   {{"--size=ffffffffffffffff"}, kSuccess, "", "size", "u64 18446744073709551615"},
+                   {{"--size=9007199254740993"}, kSuccess, "", "size", "u64 9007199254740993"},
+                   {{"--ratio=3"}, kSuccess, "", "ratio", "double 3"}});
+    varo::Result none;
+    for (char const* const refused :
+         {"--mode=7", "--mode=modey", "--mode=modexx", "--size=21", "--ratio=2.5", "--ratio=-3"}) {
+        EXPECT_EQ(parse(parser, none, {refused}), kParseError) << refused;
+    }
+}
+
+// What a result holds does not depend on the memory of the program that declared it.
+TEST(AllowedValues, AreStoredAsStringsOfTheirOwn) {
+    auto word = std::make_unique<std::string>("a word that is borrowed");
+    varo::Result result;
+    {
+        varo::Parser const parser;
+        parser->option("word", "", vtString, "")
+            ->allowValue(variant_t(word->c_str(), true))
+            ->tokenize(0);
+        result = parser.createResult();
+        EXPECT_EQ(parse(parser, result, {"--word=a w", "--word=" + *word}), kSuccess);
+    }
+    word->assign(word->size(), 'X');
+    word.reset();
+    EXPECT_EQ(contents(result, "word"), "'a word that is borrowed' 'a word that is borrowed'");
+    EXPECT_STREQ(result.interface()->get("word", 0, varo::kNoPosition).text(), "a w");
 }
 
 TEST(DeprecatedValues, AreReplacedOnceWithAWarning) {

@@ -43,7 +43,9 @@ private:
         std::string& message;
     };
 
-    result_t takePieces(Occurrence const& occurrence, int position, IResultCollector* collector);
+    [[gnu::cold]] void traceStart(char separator, std::string_view only) const;
+    [[gnu::noinline]] result_t takePieces(Occurrence const& occurrence, int position,
+                                          IResultCollector* collector);
     Value takePiece(std::string_view piece, Occurrence const& occurrence, result_t& result);
     Value textValue(std::string_view piece);
     Value convert(std::string_view piece, Occurrence const& occurrence, result_t& result);

@@ -8,7 +8,7 @@ namespace varo_3_3::internal {
 
 /// Takes the next number of a sequence of positions. At its end, 2147483646, the sequence stops.
 /// Threads may share a sequence: each gets its numbers in ascending order.
-inline int takePosition(int& next) {
+[[gnu::always_inline]] inline int takePosition(int& next) {
     constexpr int kLastPosition = kNoPosition - 1;
     if (__libc_single_threaded) {  // plain steps, as for reference counts: 1 % of an argument
         return next < kLastPosition ? next++ : kLastPosition;

@@ -19,17 +19,12 @@ struct Recognizers {
     /// All are asked, the positional one first. `reason` may be set to why one does not.
     IArgumentParser* choose(ArgumentList& args, RegisteredOptionStorage& options,
                             std::string& reason) {
-        IArgumentParser* best = nullptr;
-        int bestPriority = -99999999;
-        for (IArgumentParser* const recognizer : {static_cast<IArgumentParser*>(&positional),
-                                                  static_cast<IArgumentParser*>(&abbreviation)}) {
-            if (recognizer->recognize(args, options, reason) == kTaken &&
-                recognizer->getPriority() > bestPriority) {
-                best = recognizer;
-                bestPriority = recognizer->getPriority();
-            }
+        bool const isPositional = positional.recognize(args, options, reason) == kTaken;
+        bool const isDashed = abbreviation.recognize(args, options, reason) == kTaken;
+        if (isDashed && (!isPositional || abbreviation.getPriority() > positional.getPriority())) {
+            return &abbreviation;
         }
-        return best;
+        return isPositional ? &positional : nullptr;
     }
 
     PositionalOptionsParser positional;

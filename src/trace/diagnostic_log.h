@@ -34,7 +34,7 @@ using TextPart = std::string_view;
 /// Writes one line of the trace, put together from texts, while the switch is on. Otherwise this
 /// costs one branch, and nothing is put together.
 template <class... Parts>
-void traceWhile(bool const& traceSwitch, Parts const&... parts) {
+[[gnu::always_inline]] inline void traceWhile(bool const& traceSwitch, Parts const&... parts) {
     if (isTraced(traceSwitch)) [[unlikely]] {
         writeTrace<TextPart<Parts>...>(parts...);
     }

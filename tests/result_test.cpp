@@ -1,5 +1,6 @@
 #include <climits>
 
+#include "results/item_list.h"
 #include "support.h"
 
 namespace {
@@ -222,6 +223,32 @@ TEST_F(ParseResult, OutlivesItsParser) {
     EXPECT_EQ(plainArguments(m_result), "plain|");
     m_result = varo::Result();
     EXPECT_STREQ(value.as<char const*>(), "kept");
+}
+
+TEST(ItemList, OwnsWhatItTakesOver) {
+    variant_t const text("shared");
+    auto const references = [&] {
+        return *reinterpret_cast<int const*>(
+            text.m_value.m_text - sizeof(variant_t::data_header_t) + sizeof(std::uint64_t));
+    };
+    for (int const count : {1, 2, 9}) {
+        varo_3_3::ItemList list;
+        for (int position = 0; position < count; ++position) {
+            varo::Value value("typed", text, position);
+            list.reserveMore(1);
+            list.append(value, position);
+            EXPECT_EQ(value.value().m_type, vtNull);
+        }
+        EXPECT_EQ(references(), 1 + count);
+        varo_3_3::ItemList moved = std::move(list);
+        EXPECT_EQ(moved.size(), static_cast<unsigned>(count));
+        EXPECT_EQ(moved.back().position, count - 1);
+        varo::Value const copy = varo_3_3::ItemList::valueOf(moved[0], 7);
+        EXPECT_EQ(show(copy.value()) + copy.text() + std::to_string(copy.position()),
+                  "'shared'typed7");
+        EXPECT_EQ(references(), 2 + count);
+    }
+    EXPECT_EQ(references(), 1);
 }
 
 TEST(Defaults, OfEarlierParsesKeepTheirTexts) {

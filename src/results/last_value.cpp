@@ -16,12 +16,13 @@ Value getLastValue(IParseResult* result, char const* name, int from, int to) {
     // A value may lie in the range although its occurrence, which is what present() looks at, lies
     // before it. A parse within a parse stores out of order, so none may be the end of the walk.
     result->present(name, from, kNoPosition);
+    int lastPosition = kFirstPosition;
     for (int position = result->nextPosition(); position != kNoPosition;
          position = result->nextPosition()) {
         Value value = result->next(name);
-        bool const isLater = last.position() == kNoPosition || last.position() <= position;
-        if (position < to && isLater) {
+        if (lastPosition <= position && position < to) {
             last = std::move(value);
+            lastPosition = position;
         }
     }
     result->present(name, from, to);

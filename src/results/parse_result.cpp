@@ -40,7 +40,7 @@ Value ParseResult::get(char const* name, int from, int to) {
     }
     Item const& item = entry->items[at];
     m_nextItem = at + 1;
-    return Value(item.value.text(), item.value.value(), item.occurrence);
+    return ItemList::valueOf(item, item.occurrence);
 }
 
 Value ParseResult::next(char const* name) {
@@ -52,7 +52,8 @@ Value ParseResult::next(char const* name) {
     if (!isSelected || !skipToNext(entry)) {
         return {};
     }
-    return entry.items[m_nextItem++].value;
+    Item const& item = entry.items[m_nextItem++];
+    return ItemList::valueOf(item, item.position);
 }
 
 int ParseResult::nextPosition() {
@@ -60,7 +61,7 @@ int ParseResult::nextPosition() {
         return kNoPosition;
     }
     Entry const& entry = m_entries[m_selected];
-    return skipToNext(entry) ? entry.items[m_nextItem].value.position() : kNoPosition;
+    return skipToNext(entry) ? entry.items[m_nextItem].position : kNoPosition;
 }
 
 int ParseResult::getFirstArgument(char const** text) {
@@ -84,23 +85,24 @@ void ParseResult::store(OptionDescription const& option, OptionData const& data)
             keepText(value);
         }
     }
-    Entry& entry = entryFor(option, stored.size());
-    internal::reserveMore(entry.items, std::max<std::size_t>(stored.size(), 1));
+    Entry& entry = entryFor(option);
+    auto const count = static_cast<std::uint32_t>(stored.size());
+    entry.items.reserveMore(std::max(count, 1U));
 
     entry.isAscending = entry.isAscending && entry.lastPosition <= data.m_position;
-    entry.hasValues = entry.hasValues || !stored.empty();
-    if (stored.empty()) {
-        entry.items.push_back({Value("", {}, data.m_position), data.m_position, false});
+    if (count == 0) {
+        entry.items.appendOccurrence(data.m_position);
     }
     for (Value& value : stored) {
-        entry.items.push_back({std::move(value), data.m_position, true});
+        entry.items.append(value, data.m_position);
+        entry.hasValues = true;
     }
-    entry.lastPosition = entry.items.back().value.position();
+    entry.lastPosition = entry.items.back().position;
 }
 
 void ParseResult::setDefault(OptionDescription const& option, int position) {
     char const* const text = option.toString(&m_texts, option.m_defaultValue);
-    Entry& entry = entryFor(option, 0);
+    Entry& entry = entryFor(option);
     mosaic2::variant_t const& earlier = entry.defaultValue.value();
     if (earlier.m_type == mosaic2::vtString &&
         earlier.m_value.m_data != option.m_defaultValue.m_value.m_data) {
@@ -160,9 +162,8 @@ std::uint32_t ParseResult::findEntry(std::string_view name) const {
     return alias != HashIndex::kNone ? m_aliases[alias].entry : HashIndex::kNone;
 }
 
-/// The entry for an occurrence of `option`, a new one with room for so many items. When this
-/// throws, nothing has changed.
-ParseResult::Entry& ParseResult::entryFor(OptionDescription const& option, std::size_t items) {
+/// The entry for an occurrence of `option`. When this throws, nothing has changed.
+ParseResult::Entry& ParseResult::entryFor(OptionDescription const& option) {
     if (!m_known.empty()) {
         Known const& known = knownPlace(option);
         if (known.record == &option && known.names == option.m_names.size() &&
@@ -170,10 +171,10 @@ ParseResult::Entry& ParseResult::entryFor(OptionDescription const& option, std::
             return m_entries[known.entry];
         }
     }
-    return m_entries[findOrAddEntry(option, items)];
+    return m_entries[findOrAddEntry(option)];
 }
 
-std::uint32_t ParseResult::findOrAddEntry(OptionDescription const& option, std::size_t items) {
+std::uint32_t ParseResult::findOrAddEntry(OptionDescription const& option) {
     if (m_known.size() <= 2 * m_entries.size()) {
         m_known.assign(std::max<std::size_t>(32, 2 * m_known.size()), {});
     }
@@ -184,7 +185,6 @@ std::uint32_t ParseResult::findOrAddEntry(OptionDescription const& option, std::
         number = static_cast<std::uint32_t>(m_entries.size());
         Entry entry;
         entry.key = {m_texts.keep(option.firstName()), option.firstName().size()};
-        entry.items.reserve(items);
         internal::reserveMore(m_entries, 1, 16);
         m_keys.reserveMore(1);
         addAliases(option, entry.key, number);
@@ -269,17 +269,21 @@ std::size_t ParseResult::findItem(Entry const& entry, int from, int to) {
 /// occurrences without one. Whether something of the range is left; its last position belongs to
 /// it, unlike in findItem.
 bool ParseResult::skipToNext(Entry const& entry) {
-    auto const& items = entry.items;
-    auto const isBefore = [this](Item const& item) { return item.value.position() < m_from; };
-    auto at = items.begin() + static_cast<std::ptrdiff_t>(m_nextItem);
-    if (at != items.end() && isBefore(*at) && entry.isAscending) {
-        at = std::partition_point(at, items.end(), isBefore);
+    auto const isBefore = [this](Item const& item) { return item.position < m_from; };
+    Item const* const begin = entry.items.begin();
+    Item const* const end = begin + entry.items.size();
+    Item const* at = begin + m_nextItem;
+    if (at != end && at->isValue && !isBefore(*at)) {
+        return at->position <= m_to;  // mostly it is there already
     }
-    while (at != items.end() && (isBefore(*at) || (entry.hasValues && !at->isValue))) {
+    if (at != end && isBefore(*at) && entry.isAscending) {
+        at = std::partition_point(at, end, isBefore);
+    }
+    while (at != end && (isBefore(*at) || (entry.hasValues && !at->isValue))) {
         ++at;
     }
-    m_nextItem = static_cast<std::size_t>(at - items.begin());
-    return at != items.end() && at->value.position() <= m_to;
+    m_nextItem = static_cast<std::size_t>(at - begin);
+    return at != end && at->position <= m_to;
 }
 
 }  // namespace varo_3_3

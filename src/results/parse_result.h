@@ -7,6 +7,7 @@
 #include "options/garbage.h"
 #include "options/option_registry.h"
 #include "platform/hash_index.h"
+#include "results/item_list.h"
 #include "results/result_collector.h"
 
 namespace varo_3_3 {
@@ -65,17 +66,10 @@ public:
     std::vector<GivenOption> givenOptions() const;
 
 private:
-    /// A value of an occurrence; or an occurrence that has none.
-    struct Item {
-        Value value;     // in an occurrence without one nothing but its position
-        int occurrence;  // its position
-        bool isValue;
-    };
-
     /// All that was stored of one option. Texts are held by the result.
     struct Entry {
         std::string_view key;
-        std::vector<Item> items;
+        ItemList items;
         Value defaultValue;
         bool hasDefault = false;
         bool hasValues = false;
@@ -104,9 +98,8 @@ private:
     std::uint32_t findKey(std::string_view name, std::uint32_t hash) const;
     std::uint32_t findEntry(std::string_view name) const;
     std::uint32_t findAlias(std::string_view name, std::uint32_t hash) const;
-    Entry& entryFor(OptionDescription const& option, std::size_t items);
-    [[gnu::noinline]] std::uint32_t findOrAddEntry(OptionDescription const& option,
-                                                   std::size_t items);
+    Entry& entryFor(OptionDescription const& option);
+    [[gnu::noinline]] std::uint32_t findOrAddEntry(OptionDescription const& option);
     std::uint32_t findEntryOf(OptionDescription const& option) const;
     void addAliases(OptionDescription const& option, std::string_view key, std::uint32_t entry);
     Known& knownPlace(OptionDescription const& option);

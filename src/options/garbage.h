@@ -14,6 +14,9 @@ namespace varo_3_3 {
 class Garbage {
 public:
     Garbage() = default;
+
+    /// Puts the first texts that it keeps into the `size` bytes at `chunk`, which outlives it.
+    Garbage(char* chunk, std::size_t size) : m_free(chunk), m_freeSize(size), m_chunkSize(size) {}
     Garbage(Garbage const&) = delete;
     Garbage& operator=(Garbage const&) = delete;
 

@@ -35,6 +35,7 @@ IOption* OptionDescription::synonym(char const* name) {
         return this;
     }
     m_names.emplace_back(name);
+    m_stamp = 0;  // the name may lead to another entry
     if (m_owner != nullptr) {
         try {
             m_owner->onNameAdded(*this);

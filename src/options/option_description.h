@@ -92,6 +92,10 @@ public:
     RegisteredOptionStorage* m_owner = nullptr;
     std::uint32_t m_index = 0;
 
+    /// The entry that a result keeps for this record, while the result has this stamp.
+    mutable std::uint32_t m_entry = 0;
+    mutable std::uint64_t m_stamp = 0;
+
 private:
     DeprecatedValues::const_iterator findDeprecated(mosaic2::variant_t const& value) const;
     bool replaceDeprecated(std::string_view text, mosaic2::variant_t& value,

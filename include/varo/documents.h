@@ -1,5 +1,9 @@
 #pragma once
 
+#include <cstdio>
+#include <cstring>
+#include <optional>
+
 #include "mosaic2/variant.h"
 #include "varo/export.h"
 #include "varo/parser.h"
@@ -101,5 +105,63 @@ VARO_EXPORT int creationFlags(IParser* parser);
 /// reader must know of. Always valid JSON and UTF-8: a text that is not UTF-8 comes with its bytes
 /// in hexadecimal. The same declarations give the same text. "" when memory runs out.
 VARO_EXPORT char const* describeJson(IParser* parser);
+
+/// What a program says of itself. Texts are read during the call only, and null counts as "". In
+/// the longer ones a line feed ends a line, an empty line a paragraph, and lines that begin with a
+/// blank stand as they are.
+///
+///     varo::Manual about;
+///     about.name = "dirstat";
+///     about.summary = "sum up the files of a directory";
+///     about.date = "2026-11-21";
+struct Manual {
+    int size = sizeof(Manual);          ///< lets the library know which members are there
+    int section = 1;                    ///< of the manual, 1 to 9
+    char const* name = nullptr;         ///< required: the program's name
+    char const* summary = nullptr;      ///< required: what it does, one line without a full stop
+    char const* date = nullptr;         ///< required: of the text, as year-month-day
+    char const* version = nullptr;      ///< of the program
+    char const* synopsis = nullptr;     ///< ""; a line for each action is made
+    char const* description = nullptr;  ///< what the program does, longer than the summary
+    char const* exitStatus = nullptr;   ///< what the program's exit status means
+    char const* files = nullptr;        ///< which files the program reads and writes
+    char const* examples = nullptr;     ///< command lines and what they do
+    char const* seeAlso = nullptr;      ///< "du(1), find(1)"
+};
+
+enum ManualForm : int {
+    kManualPage = 0,      ///< for man(7), in ASCII; any other character is written as an escape
+    kManualMarkdown = 1,  ///< CommonMark, in UTF-8
+};
+
+/// The program's manual: the synopsis, the actions, the modifiers of each, the options by section,
+/// and the texts of `about`. Hidden declarations are left out. What is not UTF-8, and control
+/// characters, become the replacement character. The text lives as long as the parser. It is "",
+/// and nothing has changed, when a required text is missing, when the date is none or `form` or the
+/// section unknown, and when memory runs out.
+VARO_EXPORT char const* manual(IParser* parser, Manual const* about, int form);
+
+/// Answers "TOOL varooption=manual man" and "TOOL varooption=manual markdown", the way in which
+/// packages get the manual, on standard output:
+///
+///     if (auto status = varo::answerManual(parser, &about, argc, argv)) {
+///         return *status;
+///     }
+///
+/// Nothing when the command line asks for no manual. Else the exit status: 0, or 2 without output
+/// when the form is unknown, there is no manual, or it could not be written.
+inline std::optional<int> answerManual(IParser* parser, Manual const* about, int argc,
+                                       char const* const* argv) {
+    if (argc < 2 || std::strcmp(argv[1], "varooption=manual") != 0) {
+        return std::nullopt;
+    }
+    char const* const name = argc == 3 ? argv[2] : "";
+    int const form = std::strcmp(name, "man") == 0        ? static_cast<int>(kManualPage)
+                     : std::strcmp(name, "markdown") == 0 ? static_cast<int>(kManualMarkdown)
+                                                          : -1;
+    char const* const text = manual(parser, about, form);
+    bool const isWritten = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
+    return *text != '\0' && isWritten ? 0 : 2;
+}
 
 }  // namespace varo_3_3

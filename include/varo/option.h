@@ -13,8 +13,9 @@ namespace varo_3_3 {
 ///         ->allowValue(3);
 ///
 /// Owned by the parser; the pointer is valid at least until the next declaration. Every operation
-/// returns the same declaration. Texts and values are copied (strings of variants are shared).
-/// When memory runs out, std::bad_alloc leaves the declaration unchanged.
+/// returns the same declaration. Texts are copied. Variants are shared: those that borrow their
+/// text must outlive every result that a default or replacement goes into. When memory runs out,
+/// std::bad_alloc leaves the declaration unchanged.
 ///
 /// The order of the operations is the binary contract.
 class VARO_EXPORT IOption {

@@ -71,11 +71,15 @@ enum ReturnCode : int {
 ///     parser->destroy();
 ///
 /// Created by createParser, owned by the host, released with destroy(). One thread at a time,
-/// together with its results; the sequence of positions and the trace switch are shared, unlocked,
-/// by all parsers of the process.
+/// together with its results; different parsers may be used in different threads. All parsers of
+/// the process share the sequence of positions, which never descend within one parse, and the
+/// switch of the trace.
 ///
 /// Common lifetimes: a text that the library returns lives as long as the parser or result that
 /// gave it; pointers passed in are read during the call only; handlers are not owned.
+///
+/// A host may call the event operations of a parser itself: they tell its handlers, and let
+/// std::bad_alloc pass.
 ///
 /// The order of the operations, after those of EventHandler, is the binary contract.
 class VARO_EXPORT IParser : public EventHandler {
@@ -128,13 +132,15 @@ public:
     /// another ReturnCode, with the text of getErrorDesc(); on failure the result keeps what was
     /// stored before. Parsing again into the same result adds to it. An argc below 2 is an empty
     /// command line: only the defaults are applied. When memory runs out for those, std::bad_alloc
-    /// passes to the host.
+    /// passes to the host. Once a handler has been called, `argv` and its texts are not read again.
+    ///
+    /// When the actions are checked, defaults count too: as an option given, or as that action.
     virtual int parseArgsVector(int argc, char const* const* argv, IParseResult* result) = 0;
 
     /// Parses `text`, written like an option file (null for an empty one): each line is one
     /// argument, without its leading white space; lines that begin with ";" or "#" are comments.
     /// Nothing is skipped as a program name and no defaults are applied. Otherwise as
-    /// parseArgsVector.
+    /// parseArgsVector; once a handler has been called, `text` is not read again.
     virtual int parseStream(char const* text, IParseResult* result) = 0;
 
     /// The text of the last parse: its error, or after success its warnings, one per line, or "".
@@ -156,7 +162,8 @@ public:
     virtual char const* getGlobalModifiersDescription(bool hidden) = 0;
 
     /// Registers a handler for all events from now on. Handlers are called in the order of their
-    /// addresses. False when it is already registered, null, or this parser.
+    /// addresses. False, with nothing changed, when it is already registered, null, or this parser,
+    /// or when memory runs out.
     virtual bool addHandler(EventHandler* handler) = 0;
 
     /// False when the handler is not registered.
@@ -167,8 +174,8 @@ public:
     /// from then on in both cases, so a host may declare "option-file" itself.
     virtual bool addOptionFileOption(char const* description, char const* section) = 0;
 
-    /// Allows any of `actions`, given by their primary names, to be used together. Returns 1, which
-    /// is fixed and says nothing.
+    /// Allows any of `actions`, given by their primary names, to be used together. Returns 1, or 0
+    /// with nothing changed when memory runs out.
     virtual int allowSimultaneousActions(std::set<std::string> const& actions) = 0;
 
     /// Sets whether a declaration with a name that is taken replaces the earlier one, in its place.

@@ -36,7 +36,7 @@ TEST(Json, TellsEverythingInTheOrderOfTheDeclarations) {
   "declarations": [
     {
       "kind": "action",
-      "names": [{"name": "scan", "shortest": "sc"}, {"name": "s", "shortest": "s"}],
+      "names": [{"name": "scan", "shortest": "s"}, {"name": "s", "shortest": "s"}],
       "type": "none",
       "actions": ["s", "scan"],
       "separator": ",",

@@ -101,7 +101,7 @@ VARO_EXPORT int creationFlags(IParser* parser);
 /// The command line as JSON, for other programs and for comparing one version of a program with the
 /// next (varo-clidiff does that): the declarations in their order with all that decides what a line
 /// means, the creation flags, the groups of actions, and the shortest beginning of each name that
-/// no other name has. docs/json.md describes it; its member "version" counts the changes that a
+/// means its declaration. docs/json.md describes it; its member "version" counts the changes that a
 /// reader must know of. Always valid JSON and UTF-8: a text that is not UTF-8 comes with its bytes
 /// in hexadecimal. The same declarations give the same text. "" when memory runs out.
 VARO_EXPORT char const* describeJson(IParser* parser);
@@ -163,5 +163,26 @@ inline std::optional<int> answerManual(IParser* parser, Manual const* about, int
     bool const isWritten = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
     return *text != '\0' && isWritten ? 0 : 2;
 }
+
+/// The forms of toOptionFile.
+enum ReplayForm : int {
+    kOptionLines = 0,  ///< an option file: one argument a line, the defaults as comments
+    kShellWords = 1,   ///< words for a POSIX shell, to follow the program's name
+};
+
+/// What was given in `result`, to be given again: names in full, values joined by "=" as they were
+/// typed, the order kept, plain arguments last. What came from option files stands in place of
+/// their names. Read by parseStream into a result that has the defaults (or the words by
+/// parseArgsVector), it gives the same options, values and plain arguments in the same order; after
+/// a failed parse, those that were stored. Takes time linear in what was given, but for sorting.
+///
+/// "" when the form cannot hold all of it, and never a part: in option files an empty value, a line
+/// end in a value or a carriage return at its end, a plain argument that would be read otherwise;
+/// in both forms what another parser stored, a default of "option-file", which would be read again,
+/// and an order that would change, since plain arguments go last. "" too for another implementation
+/// of IParser or IParseResult, for null, for an unknown form, and when memory runs out. A command
+/// line with nothing in it is no refusal: it gives a comment, or the word "--".
+VARO_EXPORT char const* toOptionFile(IParser* parser, IParseResult* result,
+                                     int form = kOptionLines);
 
 }  // namespace varo_3_3

@@ -1,7 +1,5 @@
 #include <algorithm>
 #include <exception>
-#include <iterator>
-#include <set>
 #include <string>
 #include <string_view>
 
@@ -24,55 +22,11 @@ char const* nameOf(int type) {
     return isKnown ? kNames[type] : "other";
 }
 
-/// Finds the shortest beginning of a name that begins no other one.
-class Abbreviations {
-public:
-    explicit Abbreviations(BasicParser& parser) {
-        forEachDeclaration(parser, [this](Declaration const& declaration) {
-            for (int number = 0; number < declaration.nameCount; ++number) {
-                m_names.insert(declaration.names[number]);
-                if (declaration.type == mosaic2::vtBool) {
-                    m_names.insert(negationOf(declaration.names[number]));
-                }
-            }
-        });
-    }
-
-    static std::string negationOf(char const* name) { return std::string("no-") + name; }
-
-    /// The whole name where it begins another one, or ends in the middle of a character. Requires:
-    /// `name` is one of the names.
-    std::string shortest(std::string const& name) const {
-        auto const place = m_names.find(name);
-        auto const next = std::next(place);
-        std::size_t length = place != m_names.begin() ? sharedLength(name, *std::prev(place)) : 0;
-        if (next != m_names.end()) {
-            length = std::max(length, sharedLength(name, *next));
-        }
-        ++length;
-        while (length < name.size() && (name[length] & 0xC0) == 0x80) {
-            ++length;
-        }
-        return name.substr(0, length);
-    }
-
-private:
-    static std::size_t sharedLength(std::string_view left, std::string_view right) {
-        std::size_t length = 0;
-        while (length < left.size() && length < right.size() && left[length] == right[length]) {
-            ++length;
-        }
-        return length;
-    }
-
-    std::set<std::string> m_names;
-};
-
 /// Writes JSON that reads well line by line: members of one declaration on lines of their own, what
 /// they hold on one line. docs/json.md says what the members mean.
 class Writer {
 public:
-    explicit Writer(BasicParser& parser) : m_parser(parser), m_abbreviations(parser) {}
+    explicit Writer(BasicParser& parser) : m_parser(parser) {}
 
     std::string write() {
         m_json = "{\n  \"schema\": \"varo-command-line\",\n  \"version\": 1,\n  \"flags\": [";
@@ -120,9 +74,8 @@ private:
         beginMember("kind");
         writeQuoted(kKinds[declaration.kind]);
         beginMember("names");
-        writeArray(declaration.nameCount, [&](int number) {
-            writeName(declaration.names[number], declaration.type == mosaic2::vtBool);
-        });
+        writeArray(declaration.nameCount,
+                   [&](int number) { writeName(declaration.names[number], declaration); });
         beginMember("type");
         writeQuoted(m_type);
         beginMember("actions");
@@ -158,16 +111,33 @@ private:
         writeText(declaration.sectionText);
     }
 
-    void writeName(char const* name, bool isBool) {
+    void writeName(std::string const& name, Declaration const& declaration) {
         m_json += "{\"name\": ";
         writeText(name);
-        m_json += ", \"shortest\": ";
-        writeText(m_abbreviations.shortest(name));
-        if (isBool) {
-            m_json += ", \"shortestNegation\": ";
-            writeText(m_abbreviations.shortest(Abbreviations::negationOf(name)));
+        writeShortest(", \"shortest\": ", name, declaration.index, false);
+        if (declaration.type == mosaic2::vtBool) {
+            writeShortest(", \"shortestNegation\": ", "no-" + name, declaration.index, true);
         }
         m_json += '}';
+    }
+
+    /// Writes the shortest beginning of `name` that means the declaration of this number; the whole
+    /// name if there is none among those that anybody would type.
+    void writeShortest(char const* member, std::string_view name, int number, bool isNegated) {
+        constexpr std::size_t kLongest = 200;
+        NameIndex& names = m_parser.registry().names();
+        std::size_t length = 0;
+        bool isMeant = false;
+        while (!isMeant && length < name.size()) {
+            length += std::max<std::size_t>(internal::utf8Length(name.substr(length)), 1);
+            length = length <= kLongest ? length : name.size();
+            std::uint32_t const key = names.findMeant(name.substr(0, length));
+            isMeant = key != NameIndex::kNone &&
+                      names.recordOf(key) == static_cast<std::uint32_t>(number) &&
+                      names.isNegated(key) == isNegated;
+        }
+        m_json += member;
+        writeText(name.substr(0, length));
     }
 
     void writeValue(DeclaredValue const& value) {
@@ -262,7 +232,6 @@ private:
     }
 
     BasicParser& m_parser;
-    Abbreviations const m_abbreviations;
     char const* m_type = "";  // of the declaration that is being written
     bool m_isFirst = false;   // of its members
     std::string m_json;

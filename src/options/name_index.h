@@ -68,9 +68,18 @@ public:
     /// empty name has none. May throw std::bad_alloc.
     BestMatch find_best_match(std::string_view typed);
 
+    /// The key that a typed name stands for, as parses have it; kNone for none and for several. May
+    /// throw std::bad_alloc.
+    std::uint32_t findMeant(std::string_view typed) {
+        BestMatch const match = find_best_match(typed);
+        bool const isMeant = match.isUnique || (match.first != kNone && isOneOption(match));
+        return isMeant ? match.first : kNone;
+    }
+
     std::uint32_t recordOf(std::uint32_t key) const { return m_keys[key].record; }
     std::string textOf(std::uint32_t key) const;
     bool beginsWithNo(std::uint32_t key) const;
+    bool isNegated(std::uint32_t key) const { return m_keys[key].isNegated != 0; }
 
     /// Whether several candidates are only one option, declared for different actions: the text of
     /// the first is a candidate twice, and no later record with the same names shares a tag with

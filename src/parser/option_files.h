@@ -51,6 +51,9 @@ public:
     /// Stands for the arguments of the parse itself where a file is asked for.
     static constexpr std::size_t kCommandLine = ~std::size_t{0};
 
+    /// Whether this is the option for option files, by any of its names.
+    static bool namesFiles(OptionDescription const& option);
+
     /// What is stored from now on, at `position` and later, is named in `args`, which are the
     /// parse's own or the last loaded file's.
     void readFrom(ArgumentList const& args, ArgumentSource const& source, int position);
@@ -114,7 +117,6 @@ private:
         BRIX::file_t::identity_t identity{};
     };
 
-    static bool namesFiles(OptionDescription const& option);
     Origin oneOrigin(std::size_t file, std::size_t number) const;
     bool load(File& wanted, std::string& text) const;
     bool isInsideItself(std::size_t number) const;

@@ -22,6 +22,27 @@ struct GivenOption {
 /// only ever added, and are referred to by number, so an iteration survives any later parse.
 class ParseResult final : public IParseResult, public IResultCollector {
 public:
+    /// All that was stored of one option. Texts are held by the result.
+    struct Entry {
+        std::string_view key;
+        ItemList items;
+        Value defaultValue;
+        bool hasDefault = false;
+        bool hasValues = false;
+        bool isAscending = true;  // the positions; a parse within a parse stores out of order
+        int lastPosition = 0;     // of all that is stored here
+
+        // The record that was last found to lead here, with how many names, and in which parse.
+        OptionDescription const* record = nullptr;
+        std::size_t names = 0;
+        std::uint64_t parse = 0;
+    };
+
+    struct Argument {
+        char const* text;
+        int position;
+    };
+
     ParseResult() = default;
     ParseResult(ParseResult const&) = delete;
     ParseResult& operator=(ParseResult const&) = delete;
@@ -68,26 +89,17 @@ public:
     /// is none. Unlike a query this moves no iteration.
     int firstOccurrence(std::string_view name, int from) const;
 
+    /// The key of the entry that `name` leads to, if its option was given; else "".
+    std::string_view givenKey(std::string_view name) const;
+
     /// All entries, in no particular order: a default counts as given.
     std::vector<GivenOption> givenOptions() const;
 
+    // All that is stored, in the order in which the entries were made and the arguments came.
+    std::vector<Entry> const& entries() const { return m_entries; }
+    std::vector<Argument> const& plainArguments() const { return m_arguments; }
+
 private:
-    /// All that was stored of one option. Texts are held by the result.
-    struct Entry {
-        std::string_view key;
-        ItemList items;
-        Value defaultValue;
-        bool hasDefault = false;
-        bool hasValues = false;
-        bool isAscending = true;  // the positions; a parse within a parse stores out of order
-        int lastPosition = 0;     // of all that is stored here
-
-        // The record that was last found to lead here, with how many names, and in which parse.
-        OptionDescription const* record = nullptr;
-        std::size_t names = 0;
-        std::uint64_t parse = 0;
-    };
-
     /// A synonym and the entry that it leads to.
     struct Alias {
         std::string_view name;
@@ -127,10 +139,6 @@ private:
     mutable internal::HashIndex m_aliasIndex;  // of the first m_indexed aliases: few ask by alias
     mutable std::size_t m_indexed = 0;
 
-    struct Argument {
-        char const* text;
-        int position;
-    };
     std::vector<Argument> m_arguments;
     std::size_t m_nextArgument = 0;
 

@@ -29,5 +29,17 @@ VARO_EXPORT bool isAskedFor(IParser* parser, int argc, char const* const* argv, 
 /// text, as in `--keep "$UNSET"`, which is stored as an option without a value; the positional one
 /// counts too. Null when there is none. Lives as long as the declaration. Since 3.3.1.
 VARO_EXPORT char const* firstEmptyOption(IParser* parser, int argc, char const* const* argv);
+/// After a failed parse, what may have been meant, on one line that is fit for a terminal:
+///
+///     Did you mean '--format=json'?                       an unknown name, or a value not allowed
+///     '--depth' belongs to '--scan', not to '--report'.   not accepted by the action
+///     Write '--count=-5'.                                 a value that begins with "-"
+///     Write '--no-color'.                                 a boolean with a value
+///     Add '--scan' or '--report'.                         no action
+///
+/// Up to three names are told, with the dashes and the value of the one that was typed; hidden
+/// options are not. "" after success, and when nothing is near enough. The time is linear in the
+/// names, of which no more than 64 bytes count. Since 3.3.1.
+VARO_EXPORT char const* suggestion(IParser* parser);
 
 }  // namespace varo_3_3

@@ -69,7 +69,12 @@ public:
 
     std::vector<WalkedWord> const& words() const { return m_words; }
     Mode mode() const { return m_mode; }
-    void setMode(Mode mode) { m_mode = mode; }
+
+    /// Lets the next words be those in the middle of a list.
+    void goOn(Mode mode) {
+        m_mode = mode;
+        m_isListBegun = true;
+    }
     OptionFiles const& files() const { return m_files; }
     ParseResult const& result() const { return m_result; }
 

@@ -116,7 +116,7 @@ void refresh(DeclarationView& view, OptionDescription const& record, BasicParser
     shown.sectionNumber = static_cast<int>(section);
     shown.separator = static_cast<unsigned char>(record.m_tokenizer);
     shown.isPositional = record.m_isPositional ? 1 : 0;
-    shown.isHidden = record.m_section == "varo_hidden" ? 1 : 0;
+    shown.isHidden = record.isHidden() ? 1 : 0;
     shown.readsFiles = readsFiles(record, parser) ? 1 : 0;
     shown.names = view.names.data();
     shown.actions = view.actions.data();

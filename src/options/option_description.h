@@ -40,6 +40,9 @@ public:
 
     bool isAction() const { return m_kind == kAction; }
 
+    /// Whether only the hidden help shows it.
+    bool isHidden() const { return m_section == "varo_hidden"; }
+
     /// The primary name, ended by a zero; "" for a record without names.
     std::string_view firstName() const {
         return m_names.empty() ? std::string_view("") : std::string_view(m_names.front());

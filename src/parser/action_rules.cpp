@@ -51,8 +51,7 @@ OptionDescription const* findMisplaced(std::vector<GivenOption> const& given,
         if (record == nullptr) {
             record = registry.find(entry.name, {});
         }
-        if (entry.isStored && !record->isAction() && !record->m_tags.empty() &&
-            !isIntersected(record->m_tags, action.m_tags)) {
+        if (entry.isStored && !record->isAction() && !accepts(action, *record)) {
             return record;
         }
     }
@@ -71,6 +70,10 @@ MetActions::MetActions(ActionGroups const& groups) {
 void MetActions::add(std::string_view name) {
     std::string const text(name);
     std::erase_if(m_allowing, [&](auto const* group) { return !group->contains(text); });
+}
+
+bool accepts(OptionDescription const& action, OptionDescription const& option) {
+    return option.m_tags.empty() || isIntersected(option.m_tags, action.m_tags);
 }
 
 ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,

@@ -48,6 +48,9 @@ struct ActionVerdict {
     OptionDescription const* other = nullptr;
 };
 
+/// Whether an option belongs to the action, or to every action.
+bool accepts(OptionDescription const& action, OptionDescription const& option);
+
 /// Judges the entries of a result, which it sorts by name: the second phase of a parse, and
 /// whatever else must know what the second phase would say.
 ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,

@@ -79,12 +79,11 @@ void keepFailedActions(ParseSession& session, OptionDescription const* one,
                 failure.misplaced = record->firstName();
             }
         }
-        if (last != kNoPosition) {
-            std::size_t const file = session.files.fileAt(last);
-            failure.origin = session.files.originOf(file, 0);
-            session.files.readAgain(file, *session.source, session.whiteSpace,
-                                    [&](ArgumentList& args) { keepWords(failure, args); });
-        }
+        std::size_t const file =
+            last != kNoPosition ? session.files.fileAt(last) : OptionFiles::kCommandLine;
+        failure.origin = session.files.originOf(file, 0);
+        session.files.readAgain(file, *session.source, session.whiteSpace,
+                                [&](ArgumentList& args) { keepWords(failure, args); });
     });
 }
 

@@ -41,7 +41,8 @@ struct Failure {
     Stage stage = kArgument;
     Origin origin;
 
-    /// The failed argument and those after it; of kActions all of the list that `misplaced` is in.
+    /// The failed argument and those after it; of kActions all of the list that `misplaced` is in,
+    /// or without that of the parse's own.
     /// Long ones are cut, and of many the last are left out.
     struct Word {
         std::string text;

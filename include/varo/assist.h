@@ -42,4 +42,17 @@ VARO_EXPORT char const* firstEmptyOption(IParser* parser, int argc, char const* 
 /// names, of which no more than 64 bytes count. Since 3.3.1.
 VARO_EXPORT char const* suggestion(IParser* parser);
 
+/// What a parse of these arguments would do, without doing it: a line for each argument, and for
+/// each line of the option files they name, which are read. Lines tell the place, the word, and
+/// what it is or, at the first wrong one of which a parse would end, why it is wrong:
+///
+///     argument 1: '--sc' is the action 'scan', abbreviated
+///     argument 2: '--by=dir' is the option 'by', with the value 'dir'
+///     weekly.options:3: '--limits=5' is wrong: Unknown option: --limits=5
+///
+/// A last line "all together: ..." tells when the options and actions do not fit together. Handlers
+/// are not asked. Fit for a terminal; long words are cut. "" for no arguments, and when a pointer
+/// is null. Since 3.3.1.
+VARO_EXPORT char const* explanation(IParser* parser, int argc, char const* const* argv);
+
 }  // namespace varo_3_3

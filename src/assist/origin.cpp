@@ -15,32 +15,23 @@ bool isNamed(OptionDescription const& option, std::string const& name) {
 }
 
 /// The number of the first word kept that stored the misplaced option; 0 if none did.
-std::size_t findMisplaced(BasicParser& parser, Failure const& failure) {
-    std::vector<char const*> words;
-    for (Failure::Word const& word : failure.words) {
-        words.push_back(word.text.c_str());
-    }
-    ArgumentVector source(words.data(), words.size());
+std::size_t findMisplaced(BasicParser& parser, Failure& failure) {
     Walk walk(parser);
-    walk.take(source);
+    walk.takeAgain(failure);
     for (WalkedWord const& word : walk.words()) {
         if (!word.isWrong && word.option != nullptr && isNamed(*word.option, failure.misplaced)) {
-            return failure.words[word.number - 1].number;
+            return failure.numbers[word.number - 1];
         }
     }
     return 0;
 }
 
 std::string writeOrigin(BasicParser& parser) {
-    if (parser.failure() == nullptr) {
-        return {};
+    Failure* const failure = parser.failure();
+    if (failure != nullptr && !failure->misplaced.empty()) {
+        failure->origin.number = findMisplaced(parser, *failure);
     }
-    Failure const& failure = *parser.failure();
-    Origin origin = failure.origin;
-    if (!failure.misplaced.empty()) {
-        origin.number = findMisplaced(parser, failure);
-    }
-    return origin.text();
+    return failure != nullptr ? failure->origin.text() : std::string();
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <vector>
 
 #include "assist/answer.h"
@@ -14,160 +15,155 @@
 namespace varo_3_3 {
 namespace {
 
+using internal::join;
 using internal::Typo;
 using internal::Walk;
 using internal::WalkedWord;
 
 constexpr std::size_t kMostListed = 3;
 
-/// A name as it is typed, with the dashes that its length asks for.
-std::string dashed(std::string_view name) {
-    return internal::join({name.size() > 1 ? "--" : "-", name});
+std::string_view dashesOf(std::string_view name) {
+    return name.size() > 1 ? "--" : "-";
 }
 
-/// 'a', 'b' or 'c'
-std::string anyOf(std::vector<std::string> const& words) {
-    std::string list;
-    for (std::size_t at = 0; at < words.size(); ++at) {
-        list += at == 0 ? "'" : at + 1 == words.size() ? " or '" : ", '";
-        list += words[at];
-        list += '\'';
-    }
-    return list;
-}
-
-std::string didYouMean(std::vector<std::string> const& words) {
-    return words.empty() ? "" : internal::join({"Did you mean ", anyOf(words), "?"});
-}
-
-/// The nearest of the names that it is shown, the first few of them in their order.
-class Nearest {
+/// A few spellings of names. Views into declarations.
+class Spellings {
 public:
-    /// Whether a name of this rank would be among them.
-    bool wants(unsigned rank) const {
-        return rank < m_rank || (rank == m_rank && m_names.size() < kMostListed);
-    }
+    bool isFull() const { return m_size == kMostListed; }
+    bool isEmpty() const { return m_size == 0; }
+    void clear() { m_size = 0; }
 
-    void offer(unsigned rank, std::string_view prefix, std::string_view name,
-               OptionDescription const& option) {
-        if (rank == Typo::kFar || !wants(rank)) {
-            return;
-        }
-        if (rank < m_rank) {
-            m_rank = rank;
-            m_names.clear();
-            m_option = &option;
-        }
-        std::string text = internal::join({prefix, name});
-        if (std::find(m_names.begin(), m_names.end(), text) == m_names.end()) {
-            m_names.push_back(std::move(text));
+    /// Does nothing when it is full or has this one already.
+    void add(std::string_view prefix, std::string_view name) {
+        Spelling const added = {prefix, name};
+        auto const end = m_spellings.begin() + m_size;
+        if (!isFull() && std::find(m_spellings.begin(), end, added) == end) {
+            m_spellings[m_size++] = added;
         }
     }
 
-    std::vector<std::string> const& names() const { return m_names; }
+    /// before 'a', 'b' or 'c' after: each name between `lead`, or its own dashes, and `tail`.
+    std::string text(std::string_view before, std::string_view after, std::string_view lead = {},
+                     std::string_view tail = {}) const {
+        std::string text;
+        for (std::size_t at = 0; at < m_size; ++at) {
+            auto const& [prefix, name] = m_spellings[at];
+            text += at == 0 ? before : at + 1 == m_size ? "' or '" : "', '";
+            text += lead.data() != nullptr ? lead : dashesOf(name);
+            text += prefix;
+            text += name;
+            text += tail;
+        }
+        text += isEmpty() ? "" : after;
+        return text;
+    }
 
-    unsigned edits() const { return Typo::editsOf(m_rank); }
-
-    /// That of the first name; null without one.
-    OptionDescription const* option() const { return m_option; }
+    std::string_view firstName() const { return m_spellings[0].name; }
 
 private:
-    unsigned m_rank = Typo::kFar;
-    std::vector<std::string> m_names;
-    OptionDescription const* m_option = nullptr;
+    struct Spelling {
+        std::string_view prefix;
+        std::string_view name;
+        bool operator==(Spelling const&) const = default;
+    };
+    std::array<Spelling, kMostListed> m_spellings;
+    std::uint8_t m_size = 0;
 };
+
+/// The nearest of the names that it is offered, the first few of them in their order.
+struct Nearest {
+    /// Whether a name of this rank would be among them.
+    bool wants(unsigned offered) const {
+        return offered < rank || (offered == rank && rank != Typo::kFar && !spellings.isFull());
+    }
+
+    void offer(unsigned offered, std::string_view prefix, std::string_view name,
+               OptionDescription const& record) {
+        if (offered < rank) {
+            rank = offered;
+            spellings.clear();
+            option = &record;
+        }
+        spellings.add(prefix, name);
+    }
+
+    unsigned rank = Typo::kFar;
+    OptionDescription const* option = nullptr;  // of the first name
+    Spellings spellings;
+};
+
+constexpr std::string_view kDidYouMean = "Did you mean '";
 
 /// What a failed parse may have meant.
 class Suggestion {
 public:
-    Suggestion(BasicParser& parser, Failure const& failure)
-        : m_parser(parser), m_failure(failure), m_walk(parser) {
-        for (Failure::Word const& word : failure.words) {
-            m_words.push_back(word.text.c_str());
-        }
-        ArgumentVector source(m_words.data(), m_words.size());
-        if (failure.stage != Failure::kActions) {
-            m_walk.goOn(failure.stage == Failure::kPlain        ? Walk::Mode::kPlain
-                        : failure.stage == Failure::kPositional ? Walk::Mode::kPositional
-                                                                : Walk::Mode::kAnything);
-        }
-        m_walk.take(source);
+    Suggestion(BasicParser& parser, Failure& failure)
+        : m_parser(parser),
+          m_failure(failure),
+          m_records(parser.registry().records()),
+          m_walk(parser) {
+        m_walk.takeAgain(failure);
     }
 
-    std::string write() {
+    std::string write() const {
         if (m_failure.stage == Failure::kActions) {
             return aboutActions();
         }
-        std::vector<WalkedWord> const& words = m_walk.words();
-        if (words.empty()) {
-            return {};
-        }
-        WalkedWord const& first = words.front();
+        auto const& words = m_walk.words();
         bool const isValueNext = words.size() > 1 && words[1].kind == WalkedWord::kValue;
-        WalkedWord const& wrong = isValueNext ? words[1] : first;
-        if (!wrong.isWrong) {  // a handler's doing
-            return {};
-        }
-        if (wrong.kind == WalkedWord::kUnknown) {
+        // When the word is right, a handler refused it. What is ambiguous has the candidates in its
+        // error.
+        WalkedWord const& wrong = words[isValueNext ? 1 : 0];
+        if (wrong.isWrong && wrong.kind == WalkedWord::kUnknown) {
             return aboutName(wrong.text);
         }
-        if (wrong.option == nullptr) {  // ambiguous: the error has the candidates
+        if (!wrong.isWrong || wrong.option == nullptr) {
             return {};
         }
         if (wrong.kind != WalkedWord::kOption) {
             return aboutValue(*wrong.option, wrong.text);
         }
-        return wrong.lacksValue ? aboutNext(wrong.text) : aboutOwnValue(wrong);
+        return wrong.lacksValue ? aboutNext() : aboutOwnValue(wrong);
     }
 
 private:
-    /// The options given, those after the failed argument included.
-    std::vector<GivenOption> given() const {
+    /// What phase two says of what was stored, of `more`, and of the words walked over, if asked.
+    ActionVerdict judge(OptionDescription const* more, bool withWords) const {
         std::vector<GivenOption> given;
+        given.reserve(m_failure.given.size() + m_walk.words().size() + 1);
         for (std::string const& name : m_failure.given) {
             given.push_back({name, true});
         }
         for (WalkedWord const& word : m_walk.words()) {
-            if (!word.isWrong && word.option != nullptr) {
+            if (withWords && !word.isWrong && word.option != nullptr) {
                 given.push_back({word.option->firstName(), true});
             }
         }
-        return given;
-    }
-
-    ActionVerdict judge(std::vector<GivenOption> given) const {
+        if (more != nullptr) {
+            given.push_back({more->firstName(), true});
+        }
         return judgeActions(given, m_parser.registry(), m_parser.simultaneousActions());
     }
 
     bool fits(OptionDescription const& option, OptionDescription const* action) const {
-        if (!option.isAction()) {
-            return action == nullptr || accepts(*action, option);
-        }
-        std::vector<GivenOption> both = given();
-        both.push_back({option.firstName(), true});
-        return judge(std::move(both)).kind != ActionVerdict::kActionsCollide;
+        return option.isAction() ? judge(&option, true).kind != ActionVerdict::kActionsCollide
+                                 : action == nullptr || accepts(*action, option);
     }
 
-    /// The names of the actions that a modifier belongs to.
-    std::vector<std::string> ownersOf(OptionDescription const& option) const {
-        std::vector<std::string> owners;
-        for (auto const& record : m_parser.registry().records()) {
+    std::string belongs(OptionDescription const& option, std::string_view name,
+                        OptionDescription const& action) const {
+        Spellings owners;
+        for (auto const& record : m_records) {
             if (record->isAction() && !record->isHidden() &&
-                isIntersected(record->m_tags, option.m_tags) && owners.size() < kMostListed) {
-                owners.push_back(dashed(record->firstName()));
+                isIntersected(record->m_tags, option.m_tags)) {
+                owners.add({}, record->firstName());
             }
         }
-        return owners;
-    }
-
-    std::string belongs(std::string_view name, OptionDescription const& option,
-                        OptionDescription const& action) const {
-        std::vector<std::string> const owners = ownersOf(option);
-        if (owners.empty() || option.isHidden() || action.isHidden()) {
+        if (owners.isEmpty() || option.isHidden() || action.isHidden()) {
             return {};
         }
-        return internal::join({"'", dashed(name), "' belongs to ", anyOf(owners), ", not to '",
-                               dashed(action.firstName()), "'."});
+        return join({"'", dashesOf(name), name, owners.text("' belongs to '", "', not to '"),
+                     dashesOf(action.firstName()), action.firstName(), "'."});
     }
 
     /// An unknown argument: with dashes any name may be meant, without them an action.
@@ -179,51 +175,46 @@ private:
         if (hasDashes) {
             splitOptionValue(word, whiteSpace, &name, &value);
         }
-        OptionDescription const* const action = judge(given()).action;
+        OptionDescription const* const action = judge(nullptr, true).action;
         Typo const typo(name);
         Nearest fitting;
         Nearest others;
-        for (auto const& record : m_parser.registry().records()) {
+        auto const offer = [&](std::string_view prefix, std::string_view declared,
+                               OptionDescription const& record) {
+            unsigned const rank = typo.rank(prefix, declared);
+            if (fitting.wants(rank)) {
+                Nearest& nearest = fits(record, action) ? fitting : others;
+                if (nearest.wants(rank)) {
+                    nearest.offer(rank, prefix, declared, record);
+                }
+            }
+        };
+        for (auto const& record : m_records) {
             if (record->isHidden() || (!hasDashes && !record->isAction())) {
                 continue;
             }
             for (std::string const& declared : record->m_names) {
-                for (std::string_view const prefix : {"", "no-"}) {
-                    if (!prefix.empty() && record->m_type != mosaic2::vtBool) {
-                        continue;
-                    }
-                    unsigned const rank = typo.rank(prefix, declared);
-                    if (rank != Typo::kFar && fitting.wants(rank)) {
-                        Nearest& nearest = fits(*record, action) ? fitting : others;
-                        nearest.offer(rank, prefix, declared, *record);
-                    }
+                offer({}, declared, *record);
+                if (record->m_type == mosaic2::vtBool) {
+                    offer("no-", declared, *record);
                 }
             }
         }
-        bool const isElsewhere = others.edits() < fitting.edits();
-        if (isElsewhere && !others.option()->isAction()) {
-            return belongs(others.names().front(), *others.option(), *action);
+        bool const isElsewhere = Typo::editsOf(others.rank) < Typo::editsOf(fitting.rank);
+        Nearest const& nearest = isElsewhere ? others : fitting;
+        if (isElsewhere && !others.option->isAction()) {
+            return belongs(*others.option, others.spellings.firstName(), *action);
         }
-        return didYouMean(asTyped(isElsewhere ? others.names() : fitting.names(), word, name));
-    }
-
-    /// Names with the dashes and the value of the word that they stand for.
-    static std::vector<std::string> asTyped(std::vector<std::string> names, std::string_view word,
-                                            std::string_view name) {
         constexpr std::size_t kMostBytes = 100;  // of a value that is repeated
         auto const before = static_cast<std::size_t>(name.data() - word.data());
-        std::string_view const dashes = before != 0 ? word.substr(0, before) : "--";
-        std::string_view after = word.substr(before + name.size());
-        after = after.size() <= kMostBytes ? after : std::string_view();
-        for (std::string& text : names) {
-            text = internal::join({dashes, text, after});
-        }
-        return names;
+        std::string_view const tail = word.substr(before + name.size());
+        return nearest.spellings.text(kDidYouMean, "'?", hasDashes ? word.substr(0, before) : "--",
+                                      tail.size() <= kMostBytes ? tail : std::string_view());
     }
 
     /// The first piece of a value that is none of those allowed.
-    std::string aboutValue(OptionDescription const& option, std::string_view value) const {
-        if (option.m_type != mosaic2::vtString || option.m_allowedValues.empty()) {
+    static std::string aboutValue(OptionDescription const& option, std::string_view value) {
+        if (option.m_type != mosaic2::vtString) {
             return {};
         }
         std::string_view piece;
@@ -239,38 +230,41 @@ private:
         Typo const typo(piece);
         Nearest nearest;
         for (mosaic2::variant_t const& allowed : option.m_allowedValues) {
-            std::string text;
-            appendText(text, allowed);
-            nearest.offer(typo.rank({}, text), {}, text, option);
+            if (allowed.can_get<char const*>()) {
+                char const* const text = allowed.get<char const*>();
+                unsigned const rank = text != nullptr ? typo.rank({}, text) : Typo::kFar;
+                if (nearest.wants(rank)) {
+                    nearest.offer(rank, {}, text, option);
+                }
+            }
         }
-        return didYouMean(nearest.names());
+        return nearest.spellings.text(kDidYouMean, "'?", "");
     }
 
-    /// An option whose value is missing: the next argument may be one that begins with a dash.
-    std::string aboutNext(std::string_view word) {
-        bool const hasNext = m_walk.words().size() > 1;
-        if (!hasNext || m_walk.words()[1].kind == WalkedWord::kOption ||
-            m_walk.words()[1].kind == WalkedWord::kEndMarker) {
+    /// The first word lacks its value: that may be the next one, which begins with a dash.
+    std::string aboutNext() const {
+        auto const& words = m_walk.words();
+        if (words.size() < 2 || words[1].kind == WalkedWord::kOption ||
+            words[1].kind == WalkedWord::kEndMarker) {
             return {};
         }
-        std::string const joined = internal::join({word, "=", m_walk.words()[1].text});
-        char const* const words[] = {joined.c_str()};
-        ArgumentVector source(words, 1);
+        std::string joined = join({words[0].text, "=", words[1].text});
+        char const* const argument = joined.c_str();
+        ArgumentVector source(&argument, 1);
         Walk walk(m_parser);
         walk.goOn(Walk::Mode::kAnything);
         walk.take(source);
-        return walk.words().front().isWrong ? std::string()
-                                            : internal::join({"Write '", joined, "'."});
+        return walk.words()[0].isWrong ? std::string() : join({"Write '", joined, "'."});
     }
 
     /// An option with a wrong value after "=": one that is not allowed, or any of a boolean.
-    std::string aboutOwnValue(WalkedWord const& word) const {
+    static std::string aboutOwnValue(WalkedWord const& word) {
         std::string_view name;
         std::string_view value;
         internal::WhiteSpace whiteSpace;
         splitOptionValue(word.text, whiteSpace, &name, &value);
         OptionDescription const& option = *word.option;
-        if (option.m_type != mosaic2::vtBool || value.empty()) {
+        if (option.m_type != mosaic2::vtBool) {
             return aboutValue(option, value);
         }
         mosaic2::variant_t const meant = fromString(value, mosaic2::vtBool);
@@ -279,69 +273,49 @@ private:
         }
         bool const isOn = meant.get<bool>() != word.isNegated;
         auto const before = static_cast<std::size_t>(name.data() - word.text.data());
-        return internal::join(
+        return join(
             {"Write '", word.text.substr(0, before), isOn ? "" : "no-", option.firstName(), "'."});
     }
 
     std::string aboutActions() const {
-        ActionVerdict const verdict = judge(keptGiven());
+        ActionVerdict const verdict = judge(nullptr, false);
         if (verdict.kind == ActionVerdict::kNotAccepted) {
-            return belongs(verdict.other->firstName(), *verdict.other, *verdict.action);
+            return belongs(*verdict.other, verdict.other->firstName(), *verdict.action);
         }
         if (verdict.kind != ActionVerdict::kNoAction) {
             return {};
         }
         for (WalkedWord const& word : m_walk.words()) {
-            if (word.kind == WalkedWord::kPositional) {
-                std::string meant = aboutName(word.text);
-                if (!meant.empty()) {
-                    return meant;
-                }
+            std::string meant =
+                word.kind == WalkedWord::kPositional ? aboutName(word.text) : std::string();
+            if (!meant.empty()) {
+                return meant;
             }
         }
-        return aboutMissingAction();
-    }
-
-    std::vector<GivenOption> keptGiven() const {
-        std::vector<GivenOption> kept;
-        for (std::string const& name : m_failure.given) {
-            kept.push_back({name, true});
-        }
-        return kept;
-    }
-
-    /// The actions with which all that was given fits.
-    std::string aboutMissingAction() const {
-        constexpr std::size_t kMostTried = 1000;
-        std::vector<std::string> fitting;
+        // The actions with which all that was given fits.
         std::size_t tried = 0;
-        for (auto const& record : m_parser.registry().records()) {
-            if (!record->isAction() || record->isHidden() || ++tried > kMostTried) {
-                continue;
-            }
-            std::vector<GivenOption> with = keptGiven();
-            with.push_back({record->firstName(), true});
-            if (judge(std::move(with)).kind == ActionVerdict::kFits) {
-                fitting.push_back(dashed(record->firstName()));
+        Spellings fitting;
+        bool isMore = false;
+        for (auto const& record : m_records) {
+            constexpr std::size_t kMostTried = 1000;
+            if (record->isAction() && !record->isHidden() && ++tried <= kMostTried &&
+                judge(record.get(), false).kind == ActionVerdict::kFits) {
+                isMore = fitting.isFull();
+                fitting.add({}, record->firstName());
             }
         }
-        constexpr std::size_t kMostAdded = 5;
-        if (fitting.size() > kMostAdded) {
-            fitting.resize(kMostListed);
-            return internal::join({"Add an action, such as ", anyOf(fitting), "."});
-        }
-        return fitting.empty() ? std::string() : internal::join({"Add ", anyOf(fitting), "."});
+        return fitting.text(isMore ? "Add an action, such as '" : "Add '", "'.");
     }
 
     BasicParser& m_parser;
     Failure const& m_failure;
-    std::vector<char const*> m_words;
+    OptionRecords const& m_records;
     Walk m_walk;
 };
 
 std::string writeSuggestion(BasicParser& parser) {
-    Failure const* const failure = parser.failure();
-    return failure != nullptr && failure->stage != Failure::kOptionFile
+    Failure* const failure = parser.failure();
+    return failure != nullptr && !failure->words.empty()
                ? printable(Suggestion(parser, *failure).write())
                : std::string();
 }

@@ -22,6 +22,16 @@ void Walk::take(ArgumentSource& source) {
     }
 }
 
+void Walk::takeAgain(Failure& failure) {
+    if (failure.stage != Failure::kActions) {
+        goOn(failure.stage == Failure::kPlain        ? Mode::kPlain
+             : failure.stage == Failure::kPositional ? Mode::kPositional
+                                                     : Mode::kAnything);
+    }
+    failure.words.rewind();
+    take(failure.words);
+}
+
 void Walk::takeOptionFiles() {
     if (!m_parser.readsOptionFiles()) {
         return;
@@ -128,7 +138,9 @@ void Walk::takeOption(ArgumentList& args, AbbreviationParser& abbreviation) {
         abbreviation.parse(args, collector(), m_parser.registry(), index, m_message) != kTaken;
     AbbreviationParser::Next const next = abbreviation.next();
     bool const tookNext = next == AbbreviationParser::Next::kTaken;
-    m_words.resize(nameAt + (tookNext ? 2 : 1));
+    while (m_words.size() > nameAt + (tookNext ? 2 : 1)) {
+        m_words.pop_back();
+    }
     WalkedWord& name = m_words[nameAt];
     name.lacksValue = next == AbbreviationParser::Next::kMissing;
     name.option = optionAt(index);

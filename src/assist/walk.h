@@ -61,6 +61,9 @@ public:
     /// Walks over the words of `source`, which continue those before.
     void take(ArgumentSource& source);
 
+    /// Walks over the words that were kept of a failure, from the state in which it failed.
+    void takeAgain(Failure& failure);
+
     /// Walks over the option files that were named, and those that are named in them.
     void takeOptionFiles();
 

@@ -108,6 +108,23 @@ bool BasicParser::assertActionsCanBeUsedSimultaneously(std::set<std::string> con
     return met.areAllowed();
 }
 
+std::string textOf(ActionVerdict const& verdict) {
+    auto const [kind, action, other] = verdict;
+    switch (kind) {
+        case ActionVerdict::kActionsCollide:
+            return internal::join({"Action '-", action->firstName(), "' and action '-",
+                                   other->firstName(),
+                                   "' were defined, but only one action possible."});
+        case ActionVerdict::kNoAction:
+            return "No action defined.";
+        case ActionVerdict::kNotAccepted:
+            return internal::join({"Action '-", action->firstName(), "' doesn't accept option '-",
+                                   other->firstName(), "'"});
+        default:
+            return {};
+    }
+}
+
 int BasicParser::parse_phase_two(ParseSession& session) {
     // Where every entry was met in this parse, each is an option of this parser: all there is to
     // check without actions. Saves 10 % of a small parse.
@@ -115,28 +132,16 @@ int BasicParser::parse_phase_two(ParseSession& session) {
         return kSuccess;
     }
     std::vector<GivenOption> given = session.result.givenOptions();
-    auto const [kind, action, other] = judgeActions(given, m_registry, m_simultaneousActions);
-    switch (kind) {
-        case ActionVerdict::kFits:
-            return kSuccess;
-        case ActionVerdict::kUndeclared:
-            return kRefused;
-        case ActionVerdict::kActionsCollide:
-            session.error = internal::join({"Action '-", action->firstName(), "' and action '-",
-                                            other->firstName(),
-                                            "' were defined, but only one action possible."});
-            keepFailedActions(session, action, other);
-            break;
-        case ActionVerdict::kNoAction:
-            session.error = "No action defined.";
-            keepFailedActions(session, nullptr, nullptr);
-            break;
-        case ActionVerdict::kNotAccepted:
-            session.error = internal::join({"Action '-", action->firstName(),
-                                            "' doesn't accept option '-", other->firstName(), "'"});
-            keepFailedActions(session, other, nullptr);
-            break;
+    ActionVerdict const verdict = judgeActions(given, m_registry, m_simultaneousActions);
+    if (verdict.kind == ActionVerdict::kFits) {
+        return kSuccess;
     }
+    if (verdict.kind == ActionVerdict::kUndeclared) {
+        return kRefused;
+    }
+    session.error = textOf(verdict);
+    bool const isCollision = verdict.kind == ActionVerdict::kActionsCollide;
+    keepFailedActions(session, isCollision ? verdict.action : nullptr, verdict.other);
     return kParseError;
 }
 

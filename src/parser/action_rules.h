@@ -48,6 +48,9 @@ struct ActionVerdict {
     OptionDescription const* other = nullptr;
 };
 
+/// The text for the user; "" when all fits, and for what is undeclared.
+std::string textOf(ActionVerdict const& verdict);
+
 /// Whether an option belongs to the action, or to every action.
 bool accepts(OptionDescription const& action, OptionDescription const& option);
 

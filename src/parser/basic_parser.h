@@ -80,7 +80,7 @@ public:
     std::vector<std::set<std::string>> const& simultaneousActions() const {
         return m_simultaneousActions;
     }
-    Failure const* failure() const { return m_failure.get(); }
+    Failure* failure() { return m_failure.get(); }
     HeldViews& views() { return m_views; }
     HeldViews const& views() const { return m_views; }
 

@@ -12,8 +12,9 @@ constexpr std::size_t kMostWords = 1000;
 constexpr std::size_t kMostBytes = 4096;  // of one word
 
 void keepWords(Failure& failure, ArgumentList& args) {
-    for (; !args.empty() && failure.words.size() < kMostWords; args.eraseFront()) {
-        failure.words.push_back({std::string(args[0].substr(0, kMostBytes)), args.numberOf(0)});
+    for (; !args.empty() && failure.numbers.size() < kMostWords; args.eraseFront()) {
+        failure.words.add(args[0].substr(0, kMostBytes));
+        failure.numbers.push_back(static_cast<std::uint32_t>(args.numberOf(0)));
     }
 }
 

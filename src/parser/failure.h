@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -44,11 +45,8 @@ struct Failure {
     /// The failed argument and those after it; of kActions all of the list that `misplaced` is in,
     /// or without that of the parse's own.
     /// Long ones are cut, and of many the last are left out.
-    struct Word {
-        std::string text;
-        std::size_t number;
-    };
-    std::vector<Word> words;
+    CopiedArguments words;
+    std::vector<std::uint32_t> numbers;  ///< theirs, of arguments or lines
 
     /// Keys of the options that were stored.
     std::vector<std::string> given;

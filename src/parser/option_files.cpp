@@ -119,18 +119,18 @@ bool OptionFiles::isInsideItself(std::size_t number) const {
 }
 
 Origin OptionFiles::originOf(std::size_t file, std::size_t number) const {
-    Origin origin = oneOrigin(file, number);
+    Origin origin = placeOf(file, number);
     while (file != kCommandLine) {
         number = m_files[file].number;
         file = m_files[file].namedIn;
-        std::string const outer = oneOrigin(file, number).text();
+        std::string const outer = placeOf(file, number).text();
         origin.outer += outer.empty() ? ", from a default" : ", from ";
         origin.outer += outer;
     }
     return origin;
 }
 
-Origin OptionFiles::oneOrigin(std::size_t file, std::size_t number) const {
+Origin OptionFiles::placeOf(std::size_t file, std::size_t number) const {
     bool const isInFile = file != kCommandLine;
     return {isInFile, isInFile ? m_files[file].name : std::string(m_label), number, {}};
 }

@@ -76,7 +76,10 @@ public:
 
     std::string const& nameOf(std::size_t file) const { return m_files[file].name; }
 
-    /// What an argument of this file, with this number or line, comes from.
+    /// The place of an argument of this file, with this number or line.
+    Origin placeOf(std::size_t file, std::size_t number) const;
+
+    /// The same with what leads to that file.
     Origin originOf(std::size_t file, std::size_t number) const;
 
     /// Where a file is named.
@@ -117,7 +120,6 @@ private:
         BRIX::file_t::identity_t identity{};
     };
 
-    Origin oneOrigin(std::size_t file, std::size_t number) const;
     bool load(File& wanted, std::string& text) const;
     bool isInsideItself(std::size_t number) const;
 

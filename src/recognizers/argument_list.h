@@ -102,10 +102,18 @@ public:
     /// Requires: none of the `count` pointers is null. Throws std::bad_alloc.
     CopiedArguments(char const* const* arguments, std::size_t count) : ArgumentSource("argument ") {
         for (std::size_t number = 0; number < count; ++number) {
-            m_texts += arguments[number];
-            m_texts += '\0';
+            add(arguments[number]);
         }
     }
+    CopiedArguments() : ArgumentSource("argument ") {}
+
+    /// Adds an argument, which has no zeros, at the end.
+    void add(std::string_view argument) {
+        m_texts += argument;
+        m_texts += '\0';
+    }
+
+    bool empty() const { return m_texts.empty(); }
 
     bool next(std::string_view& argument) override {
         if (m_next == m_texts.size()) {

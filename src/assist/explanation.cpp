@@ -33,10 +33,10 @@ std::string aboutOption(WalkedWord const& word, bool isValueNext) {
     internal::WhiteSpace whiteSpace;
     splitOptionValue(word.text, whiteSpace, &name, &value);
     OptionDescription const& option = *word.option;
+    std::string_view const positive = word.isNegated && name.size() > 3 ? name.substr(3) : name;
     auto const& names = option.m_names;
-    bool const isWhole = std::any_of(names.begin(), names.end(), [&](std::string const& declared) {
-        return name == declared || name == join({"no-", declared});
-    });
+    bool const isWhole = std::find(names.begin(), names.end(), name) != names.end() ||
+                         std::find(names.begin(), names.end(), positive) != names.end();
     std::string text = join({option.isAction() ? "is the action '" : "is the option '",
                              option.firstName(), "'", isWhole ? "" : ", abbreviated"});
     text += word.isNegated ? ", switched off" : "";

@@ -49,7 +49,7 @@ struct ActionVerdict {
 };
 
 /// The text for the user; "" when all fits, and for what is undeclared.
-std::string textOf(ActionVerdict const& verdict);
+[[gnu::cold]] std::string textOf(ActionVerdict const& verdict);
 
 /// Whether an option belongs to the action, or to every action.
 bool accepts(OptionDescription const& action, OptionDescription const& option);

@@ -1,8 +1,11 @@
 // Every allocation of a scenario fails in turn, once or together with all that follow. A call that
 // reports success must have done its whole work; any other leaves parser and result fit for use.
 
+#include <algorithm>
+
 #include "failing_memory.h"
 #include "support.h"
+#include "varo/mistakes.h"
 #include "varo/text.h"
 
 namespace {
@@ -356,6 +359,43 @@ TEST(FailingMemory, HelpIsWholeOrSaysSo) {
             return isDone;
         });
     }
+}
+
+TEST(FailingMemory, MistakesAreToldWhole) {
+    exhaust([](Trial& trial, std::string const& expected) {
+        varo::Parser parser;
+        parser->option("level", "", mosaic2::vtS32, "")->defaultValue(kLong);
+        char const* text = "Out of memory.";
+        EXPECT_TRUE(trial.attempt([&] {
+            parser->option((std::string("level,") + "v").c_str(), "", mosaic2::vtS32, "");
+            text = varo::describeMistakes(parser.interface());
+        }));
+        trial.m_notes = text;
+        // A refusal that could not be kept by name is counted at least.
+        std::string const all = varo::describeMistakes(parser.interface());
+        EXPECT_EQ(std::count(all.begin(), all.end(), '\n'), 1);
+        EXPECT_TRUE(trial.m_notes == "Out of memory." || trial.m_notes == all);
+        return expected.empty() || trial.m_notes == expected;
+    });
+}
+
+TEST(FailingMemory, TypedDeclarationsAreMadeOrThrow) {
+    exhaust([](Trial& trial, std::string const&) {
+        varo::Parser parser(varo::kUnknownIsError);
+        varo::Result result = parser.createResult();
+        char const* const argv[] = {"tool", "--port=70000"};
+        bool const isDone = trial.attempt([&] {
+            auto const title = parser.option<std::string>("title,t", "").defaultValue(kLong);
+            auto const port = parser.option<unsigned short>("port", "");
+            if (!varo::isRefused(parser.interface(), port.interface()) &&
+                !varo::isRefused(parser.interface(), title.interface())) {
+                int const code = parser.parse(2, argv, result);
+                EXPECT_NE(code, kSuccess);
+                trial.m_notes = std::to_string(code) + parser.error() + result[title];
+            }
+        });
+        return isDone && trial.m_notes.find("65535") != std::string::npos;
+    });
 }
 
 TEST(FailingMemory, QueriesNeedNoMemory) {

@@ -121,6 +121,28 @@ TEST(Handles, LetOtherQueriesComeIntoALoop) {
     EXPECT_EQ(met, " abcxxyx bcxxyx cxxyx");
 }
 
+TEST(Handles, WalkWhatAParseWithinAParseStored) {
+    varo::Parser parser(varo::kUnknownIsError);
+    auto const words = parser.option<std::string>("word", "");
+    varo::Result result = parser.createResult();
+    RecordingHandler handler;
+    handler.m_reaction = [&](std::string const& event) {
+        if (event == "value word=outer") {
+            EXPECT_EQ(parser.parseText("--word=inner,last", result), kSuccess);
+        }
+        return true;
+    };
+    parser->addHandler(&handler);
+    ASSERT_EQ(parse(parser, result, {"--word=first", "--word=outer,more"}), kSuccess);
+    // In the order in which they were stored; their positions do not ascend.
+    std::string met;
+    for (std::string const& word : result.all(words)) {
+        met += word + std::to_string(result.all(words).size()) + " ";
+        result.values(words, varo::kNoPosition - 1);
+    }
+    EXPECT_EQ(met, "first5 inner5 last5 outer5 more5 ");
+}
+
 TEST(Handles, WalkValuesAndArguments) {
     varo::Parser const parser = makeParser();
     varo::Result result = parser.createResult();

@@ -1,5 +1,5 @@
-// A program in which the one line that CASE chooses is wrong; without it, it compiles. What the
-// compiler must say of each is in CMakeLists.txt.
+// A program of which every marked line is wrong. The compiler must complain of each of them with
+// the words of its mark, and of nothing when WRONG is not defined: see must_not_compile.sh.
 
 #include <varo/varo.h>
 
@@ -27,35 +27,21 @@ void program(varo::Parser& parser, varo::Result& result) {
     for (std::string const& file : result.all(files)) {
         all += file;
     }
-#if CASE == 1
-    (void)result[levle];
-#elif CASE == 2
-    std::string const text = result[level];
-#elif CASE == 3
-    unsigned const number = result[depth];
-#elif CASE == 4
-    parser.modifier<int>("x", "ad", "");
-#elif CASE == 5
-    parser.modifier<int>("x", level, "");
-#elif CASE == 6
-    (void)parser.option<bool>("x", "").defaultValue("yes");
-#elif CASE == 7
-    parser.option<int>("x", "").allow(1, 2.5);
-#elif CASE == 8
-    parser.option<std::string>("x", "").allow("a", 1);
-#elif CASE == 9
-    (void)parser.option<Shape>("x", "").defaultValue(0);
-#elif CASE == 10
-    parser.option<Shape>("x", "").allow(Shape::circle);
-#elif CASE == 11
-    parser.option<void>("x", "").positional();
-#elif CASE == 12
-    parser.option<Unheard>("x", "");
-#elif CASE == 13
-    parser.option<char>("x", "");
-#elif CASE == 14
-    level.defaultValue(2);
-#elif CASE == 15
-    parser.allowTogether(add, level);
+#ifdef WRONG
+    (void)result[levle];                                     // not declared|undeclared
+    std::string const text = result[level];                  // conver
+    unsigned const number = result[depth];                   // conver
+    parser.modifier<int>("x", "ad", "");                     // convert|no matching
+    parser.modifier<int>("x", level, "");                    // convert|no matching
+    parser.allowTogether(add, level);                        // no matching
+    (void)parser.option<bool>("x", "").defaultValue("yes");  // The option is boolean
+    parser.option<int>("x", "").allow(1, 2.5);               // The option is an integer
+    parser.option<std::string>("x", "").allow("a", 1);       // The option is a text
+    (void)parser.option<Shape>("x", "").defaultValue(0);     // The option is another enumeration
+    parser.option<Shape>("x", "").allow(Shape::circle);      // is said by its type
+    parser.option<void>("x", "").positional();               // The option takes no value
+    parser.option<Unheard>("x", "");                         // No type for an option
+    parser.option<char>("x", "");                            // No type for an option
+    level.defaultValue(2);                                   // ignoring return value
 #endif
 }

@@ -81,6 +81,12 @@ TEST(Recognizers, PositionsStopBeforeTheHighest) {
     EXPECT_EQ(contents(result, "n"), "s32 1 s32 2 s32 3 s32 4 s32 5");
     EXPECT_EQ(varo::getLastValue(result.interface(), "n", 0, varo::kNoPosition).position(),
               varo::kNoPosition - 1);
+    std::string met;  // a walk within a walk, over values that share one position
+    for (varo::Value const& outer : result.values("n")) {
+        met += result.has("level") ? std::string(" ") + outer.text() : "?";
+        met += std::to_string(result.values("n").size());
+    }
+    EXPECT_EQ(met, " 15 25 35 45 55");
     IArgumentParser::m_idx = saved;
 }
 

@@ -14,8 +14,9 @@ namespace varo_3_3 {
 /// then testing false, when default constructed, moved from, or created without memory. The queries
 /// of an empty result answer "nothing". One thread at a time.
 ///
-/// A question is asked with the handle of a declaration, or with a name and a type. Every query
-/// that gives several answers gives all of them at once, so that others may come in between.
+/// A question is asked with the handle of a declaration, or with a name and a type. A query that
+/// has several answers gives all of them at once, so that others may come in between. What has to
+/// be copied for an answer throws std::bad_alloc when memory runs out.
 class Result {
 public:
     Result() noexcept = default;

@@ -213,8 +213,11 @@ private:
         if constexpr (internal::isChecked<Type>()) {
             if (m_checks == nullptr) {
                 m_checks = new internal::ValueCheckList<>;
+                if (!m_parser->addHandler(m_checks)) {
+                    delete std::exchange(m_checks, nullptr);
+                    mosaic2::internal::throw_bad_alloc();
+                }
             }
-            m_parser->addHandler(m_checks);
             m_checks->set(name, internal::checkValue<Type>);
         } else {
             m_checks->set(name, nullptr);

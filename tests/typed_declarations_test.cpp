@@ -230,7 +230,7 @@ TEST(TypedDeclarations, ModifiersBelongToTheirActions) {
     auto const check = parser.action<void>("check", "Look");
     auto const level = parser.modifier<int>("level", add | check, "How much").defaultValue(6);
     parser.option<bool>("all", "Everything");
-    parser.allowTogether(add, list, check);
+    parser.allowTogether(add | list | check);
     varo::Result result = parser.createResult();
     EXPECT_EQ(parse(parser, result, {"-a", "x,y", "--level=9"}), kSuccess);
     EXPECT_EQ(result[add], "x,y");

@@ -55,8 +55,8 @@ private:
 struct Options {
     explicit Options(varo::Parser& declaring) : parser(declaring) {
         // A command line has one action, but for --scan --help, which asks what --scan can do.
-        parser.allowTogether(help, scan);
-        parser.allowTogether(help, report);
+        parser.allowTogether(help | scan);
+        parser.allowTogether(help | report);
         parser->addOptionFileOption("Take further arguments from this file, one a line", "");
     }
 

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 
 #include "varo/assist.h"
@@ -97,11 +99,18 @@ public:
             true);
     }
 
-    /// Allows any of the actions to be given together.
-    template <class... Types, bool... hasDefaults>
-    void allowTogether(Handle<Types, Role::action, hasDefaults> const&... actions) {
+    /// Allows any of the actions to be given together: `parser.allowTogether(add | list)`.
+    template <class Some>
+    void allowTogether(Some const& some) {
+        Actions const actions(some);
+        std::set<std::string> names;
+        for (std::string_view list = actions.list(); !list.empty();) {
+            std::size_t const comma = list.find(',');
+            names.emplace(list.substr(0, comma));
+            list.remove_prefix(comma < list.size() ? comma + 1 : list.size());
+        }
         if (m_parser != nullptr) {
-            m_parser->allowSimultaneousActions({actions.name()...});
+            m_parser->allowSimultaneousActions(names);
         }
     }
 

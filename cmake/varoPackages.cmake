@@ -61,6 +61,9 @@ install(EXPORT varoTargets NAMESPACE varo:: DESTINATION ${varoPackageDir} COMPON
 install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/varoConfig.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/varoConfigVersion.cmake
+    ${CMAKE_CURRENT_BINARY_DIR}/varoCompletions.cmake
+    DESTINATION ${varoPackageDir} COMPONENT development)
+install(DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/stubs
     DESTINATION ${varoPackageDir} COMPONENT development)
 
 if(VARO_DEBIAN)

@@ -1,6 +1,7 @@
-// How dirstat uses the library, from top to bottom: listen, declare, help, parse, query.
+// How dirstat uses the library, from top to bottom: listen, declare, complete, help, parse, query.
 // What the tool does with the answers is in dirstat.cpp.
 
+#include <varo/completion.h>
 #include <varo/varo.h>
 
 #include <cstdio>
@@ -112,6 +113,16 @@ struct Options {
             .defaultValue(false);
 };
 
+// What a shell offers for values that no declaration lists.
+class Files final : public varo::ValueSource {
+public:
+    void offer(char const* name, char const* /*typed*/, varo::ValueOffers& offers) override {
+        if (name == std::string_view("save")) {
+            offers.files();
+        }
+    }
+};
+
 int wrongCommandLine(std::string const& text) {
     std::fprintf(stderr, "dirstat: %s\nTry 'dirstat --help'.\n", varo::printable(text).c_str());
     return 2;
@@ -150,13 +161,6 @@ int showHelp(Options const& options, varo::Result const& result) {
 }  // namespace
 
 std::optional<int> readCommandLine(int argc, char const* const* argv, Request& request) {
-    // To the library an empty argument is an option without a value; here it is a script's slip.
-    for (int index = 1; index < argc; ++index) {
-        if (argv[index][0] == '\0') {
-            return wrongCommandLine("Argument " + std::to_string(index) + " is empty.");
-        }
-    }
-
     Notes notes;  // A handler must outlive its parser.
     varo::Parser parser(varo::kUnknownIsError | varo::kDashGuard | varo::kDoubleDashHelp);
     varo::Result result = parser.createResult();
@@ -165,6 +169,20 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
         return 1;
     }
     Options const options(parser);
+
+    // A shell that completes a command line asks the program itself what may follow.
+    Files files;
+    if (std::optional<int> const status = varo::answerShell(parser, argc, argv, &files)) {
+        return status;
+    }
+
+    // To the library an empty argument is an option without a value; here it is a script's slip.
+    for (int index = 1; index < argc; ++index) {
+        if (argv[index][0] == '\0') {
+            return wrongCommandLine("Argument " + std::to_string(index) + " is empty.");
+        }
+    }
+
     parser->addHandler(&notes);
     int const code = parser.parse(argc, argv, result);
 

@@ -1,0 +1,302 @@
+#include "assist/shell_words.h"
+
+#include <algorithm>
+
+namespace varo_3_3::internal {
+namespace {
+
+constexpr char kDollarQuote = '$';  // the quote of $'...', with C's escapes in it
+
+bool isIn(std::string_view set, char c) {
+    return set.find(c) != std::string_view::npos;
+}
+
+/// Reads a line from left to right, character by character, as a shell does before it expands
+/// anything. A substitution is one piece of its word, whatever is in it.
+class LineReader {
+public:
+    LineReader(Shell shell, std::string_view line, std::size_t cursor, std::string_view wordBreaks)
+        : m_isFish(shell == Shell::kFish), m_line(line), m_cursor(cursor), m_breaks(wordBreaks) {}
+
+    ShellLine read() {
+        while (!m_isDone && m_at < m_line.size()) {
+            meetCursor();
+            step();
+        }
+        meetCursor();
+        endWord();
+        return std::move(m_read);
+    }
+
+    /// Where in the line its first word has got `length` bytes.
+    std::size_t reach(std::size_t length) {
+        while (m_at < m_line.size() && m_word.size() < length) {
+            step();
+        }
+        return m_at;
+    }
+
+private:
+    char peek(std::size_t ahead) const {
+        return m_at + ahead < m_line.size() ? m_line[m_at + ahead] : '\0';
+    }
+
+    void take(std::string_view text) {
+        begin();
+        m_word += text;
+    }
+
+    void begin() {
+        if (!m_isInWord) {
+            m_isInWord = true;
+            m_start = m_at;
+            m_breakRaw = m_at;
+            m_breakTyped = 0;
+        }
+    }
+
+    /// Notes the word at the cursor as it is there, be it only a place where one may begin.
+    void meetCursor() {
+        if (m_at < m_cursor || m_isPastCursor) {
+            return;
+        }
+        m_isPastCursor = true;
+        begin();
+        m_isCursorWord = true;
+        m_read.typed = m_word;
+        m_read.raw = m_line.substr(m_start, m_cursor - m_start);
+        m_read.quote = m_quote;
+        m_read.isRedirection = m_isTarget;
+        if (m_quote != 0) {
+            m_breakRaw = m_quoteRaw;
+            m_breakTyped = m_quoteTyped;
+        }
+        m_read.keptRaw = std::min(m_breakRaw, m_cursor) - m_start;
+        m_read.keptTyped = m_breakTyped;
+    }
+
+    void step() {
+        char const c = m_line[m_at];
+        if (m_depth > 0 || m_isBackquoted) {
+            stepInSubstitution(c);
+        } else if (m_quote != 0) {
+            stepInQuote(c);
+        } else {
+            stepOutside(c);
+        }
+    }
+
+    void stepInSubstitution(char c) {
+        take({&c, 1});
+        m_depth += c == '(' ? 1 : c == ')' ? -1 : 0;
+        m_isBackquoted = m_isBackquoted && c != '`';
+        m_depth = std::max(m_depth, 0);
+        ++m_at;
+    }
+
+    /// Enters a substitution if one begins here.
+    bool beginsSubstitution(char c) {
+        char const next = peek(1);
+        bool const isOpening =
+            (c == '$' || (!m_isFish && m_quote == 0 && isIn("<>", c))) && next == '(';
+        bool const isFishOpening = m_isFish && c == '(' && m_quote == 0;
+        if (!m_isFish && c == '`') {
+            m_isBackquoted = true;
+        } else if (isOpening || isFishOpening) {
+            m_depth = 1;
+        } else {
+            return false;
+        }
+        std::size_t const length = isOpening ? 2 : 1;
+        take(m_line.substr(m_at, length));
+        m_at += length;
+        return true;
+    }
+
+    void stepInQuote(char c) {
+        bool const isDollar = m_quote == kDollarQuote;
+        if (c == (isDollar ? '\'' : m_quote)) {
+            m_quote = 0;
+            ++m_at;
+        } else if (c == '\\' && m_at + 1 < m_line.size() && isEscapeInQuote(peek(1))) {
+            takeEscape(isDollar);
+        } else if (m_quote != '"' || !beginsSubstitution(c)) {
+            take({&c, 1});
+            ++m_at;
+        }
+    }
+
+    bool isEscapeInQuote(char next) const {
+        return m_quote == kDollarQuote || isIn(m_quote == '"' ? m_isFish ? "\"$\\\n" : "\"$`\\\n"
+                                               : m_isFish     ? "'\\"
+                                                              : "",
+                                               next);
+    }
+
+    /// Takes a backslash and what it stands in front of; where the escapes of C count, with those.
+    void takeEscape(bool hasControls) {
+        begin();
+        constexpr std::string_view kLetters = "abefnrtv";
+        constexpr std::string_view kControls = "\a\b\x1b\f\n\r\t\v";
+        char c = peek(1);
+        m_at += 2;
+        std::size_t const letter = kLetters.find(c);
+        if (hasControls && letter != std::string_view::npos) {
+            c = kControls[letter];
+        } else if (hasControls && c == 'x') {
+            c = takeHexadecimal();
+        } else if (c == '\n') {
+            return;  // the line goes on
+        }
+        m_word += c;
+    }
+
+    char takeHexadecimal() {
+        constexpr std::string_view kDigits = "0123456789abcdef";
+        std::size_t value = 0;
+        for (int count = 0; count < 2 && m_at < m_line.size(); ++count, ++m_at) {
+            std::size_t const digit = kDigits.find(static_cast<char>(m_line[m_at] | 0x20));
+            if (digit == std::string_view::npos) {
+                break;
+            }
+            value = value * 16 + digit;
+        }
+        return static_cast<char>(value);
+    }
+
+    void stepOutside(char c) {
+        bool const isDollarQuote = !m_isFish && c == '$' && peek(1) == '\'';
+        if (c == '\\' && m_at + 1 < m_line.size()) {
+            takeEscape(m_isFish);
+        } else if (c == '\'' || c == '"' || isDollarQuote) {
+            openQuote(isDollarQuote ? kDollarQuote : c, isDollarQuote ? 2 : 1);
+        } else if (beginsSubstitution(c)) {
+            return;
+        } else if (c == ' ' || c == '\t') {
+            endWord();
+            ++m_at;
+        } else if (isIn("<>", c) || (c == '&' && peek(1) == '>')) {
+            beginRedirection();
+        } else if (isIn(m_isFish ? ";|&\n" : ";|&\n()", c)) {
+            beginCommand();
+        } else {
+            take({&c, 1});
+            ++m_at;
+            noteBreak(c);
+        }
+    }
+
+    void openQuote(char quote, std::size_t length) {
+        begin();
+        m_quote = quote;
+        m_at += length;
+        bool const isBreak = isIn(m_breaks, m_line[m_at - 1]);
+        m_quoteRaw = isBreak ? m_at : m_at - length;
+        m_quoteTyped = m_word.size();
+    }
+
+    /// Notes that bash will begin the word anew after the character just read.
+    void noteBreak(char c) {
+        if (isIn(m_breaks, c)) {
+            m_breakRaw = m_at;
+            m_breakTyped = m_word.size();
+        }
+    }
+
+    /// Reads ">", "2>>", "&>", "<<<" and the like; the word that follows belongs to it.
+    void beginRedirection() {
+        bool const isDescriptor =
+            m_isInWord && !m_isCursorWord &&
+            std::all_of(m_word.begin(), m_word.end(), [](char c) { return c >= '0' && c <= '9'; });
+        if (isDescriptor) {
+            m_isInWord = false;
+            m_word.clear();
+        }
+        endWord();
+        m_isTarget = true;
+        do {
+            ++m_at;
+            meetCursor();
+        } while (m_at < m_line.size() && isIn("<>&|?", m_line[m_at]));
+    }
+
+    /// Another command begins: what came before it is not ours, and what comes after the cursor's
+    /// is not either.
+    void beginCommand() {
+        endWord();
+        m_isTarget = false;
+        if (m_isPastCursor) {
+            m_isDone = true;
+            return;
+        }
+        m_read.before.clear();
+        ++m_at;
+    }
+
+    void endWord() {
+        if (m_isInWord && !m_isCursorWord && !m_isTarget) {
+            (m_isPastCursor ? m_read.after : m_read.before).push_back(std::move(m_word));
+        }
+        m_isTarget = m_isTarget && !m_isInWord;
+        m_isInWord = m_isCursorWord = false;
+        m_word.clear();
+    }
+
+    bool m_isFish;
+    std::string_view m_line;
+    std::size_t m_cursor;
+    std::string_view m_breaks;
+    ShellLine m_read;
+
+    std::size_t m_at = 0;
+    bool m_isDone = false;
+    bool m_isPastCursor = false;
+
+    // The word being read.
+    bool m_isInWord = false;
+    bool m_isCursorWord = false;
+    bool m_isTarget = false;  // of a redirection
+    std::string m_word;
+    std::size_t m_start = 0;
+    char m_quote = 0;
+    int m_depth = 0;
+    bool m_isBackquoted = false;
+    std::size_t m_breakRaw = 0;
+    std::size_t m_breakTyped = 0;
+    std::size_t m_quoteRaw = 0;
+    std::size_t m_quoteTyped = 0;
+};
+
+}  // namespace
+
+ShellLine readShellLine(Shell shell, std::string_view left, std::string_view right,
+                        std::string_view wordBreaks, std::string& line) {
+    line.assign(left).append(right);
+    return LineReader(shell, line, left.size(), wordBreaks).read();
+}
+
+std::size_t rawLength(Shell shell, std::string_view raw, std::size_t length) {
+    return LineReader(shell, raw, raw.size(), {}).reach(length);
+}
+
+void appendQuoted(std::string& line, std::string_view text, char quote) {
+    constexpr std::string_view kSpecial = " \t!\"#$&'()*;<>?[\\]^`{|}~";
+    for (char const c : text) {
+        if (quote == '\'' && c == '\'') {
+            line += "'\\''";
+        } else if (quote == '"' && c == '!') {
+            line += "\"\\!\"";  // no backslash inside the quotes would go away
+        } else {
+            std::string_view const escaped = quote == 0              ? kSpecial
+                                             : quote == '"'          ? "\"$`\\"
+                                             : quote == kDollarQuote ? "'\\"
+                                                                     : "";
+            if (isIn(escaped, c)) {
+                line += '\\';
+            }
+            line += c;
+        }
+    }
+}
+
+}  // namespace varo_3_3::internal

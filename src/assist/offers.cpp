@@ -453,7 +453,7 @@ Offers listOffers(BasicParser& parser, std::vector<std::string> const& before,
     }
     Walk taken(parser);
     walkOver(taken, before);
-    taken.setMode(Walk::Mode::kPositional);
+    taken.goOn(Walk::Mode::kPositional);
     walkOver(taken, after);
     Fitting positionalFitting(parser, taken, nullptr, trial);
     return Lister(parser, typed, trial, fitting, positionalFitting, source).list(mode, lacking);

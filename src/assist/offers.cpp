@@ -139,7 +139,7 @@ public:
     /// `unfinished` is the word whose value is being typed, or null.
     Fitting(BasicParser& parser, Walk const& walk, WalkedWord const* unfinished, Trial& trial)
         : m_parser(parser), m_trial(trial), m_given(walk.result().givenOptions()) {
-        m_verdict = judge();
+        m_verdict = judge(m_given);
         if (m_verdict.action == nullptr) {
             collectPossible();
         }
@@ -170,13 +170,9 @@ public:
             return &option;
         }
         std::string_view const name = option.firstName();
-        m_given.push_back({name, true});
-        auto const [kind, action, other] = judge();
-        std::size_t at = 0;
-        while (m_given[at].name.data() != name.data()) {  // where judge() sorted it to
-            ++at;
-        }
-        m_given.erase(m_given.begin() + static_cast<std::ptrdiff_t>(at));
+        std::vector<GivenOption> given = m_given;
+        given.push_back({name, true});
+        auto const [kind, action, other] = judge(given);
         bool const isOpen = kind == ActionVerdict::kNoAction && !m_possibleTags.empty();
         if (kind != ActionVerdict::kFits && !isOpen) {
             return nullptr;
@@ -194,8 +190,8 @@ public:
     }
 
 private:
-    ActionVerdict judge() {
-        return judgeActions(m_given, m_parser.registry(), m_parser.simultaneousActions());
+    ActionVerdict judge(std::vector<GivenOption>& given) const {
+        return judgeActions(given, m_parser.registry(), m_parser.simultaneousActions());
     }
 
     /// The tags of all actions that could be added, while there is none.

@@ -2,6 +2,7 @@
 // What the tool does with the answers is in dirstat.cpp.
 
 #include <varo/completion.h>
+#include <varo/documents.h>
 #include <varo/varo.h>
 
 #include <cstdio>
@@ -175,6 +176,9 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
     if (std::optional<int> const status = varo::answerShell(parser, argc, argv, &files)) {
         return status;
     }
+    if (auto const status = varo::answerJson(parser.interface(), argc, argv)) {
+        return status;  // "dirstat varooption=json", for varo-clidiff
+    }
 
     // To the library an empty argument is an option without a value; here it is a script's slip.
     for (int index = 1; index < argc; ++index) {
@@ -188,7 +192,10 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
 
     // After a failure the result still holds what came before it.
     if (result[options.verbose]) {
+        char const* const again =
+            varo::toOptionFile(parser.interface(), result.interface(), varo::kShellWords);
         std::fputs(notes.text().c_str(), stderr);
+        std::fprintf(stderr, "again: dirstat %s\n", varo::printable(again).c_str());
     }
     if (code != varo::kSuccess) {
         return wrongCommandLine(parser.error());

@@ -164,6 +164,24 @@ inline std::optional<int> answerManual(IParser* parser, Manual const* about, int
     return *text != '\0' && isWritten ? 0 : 2;
 }
 
+/// Answers "TOOL varooption=json", the way in which a build gets the description, on standard
+/// output:
+///
+///     if (auto status = varo::answerJson(parser, argc, argv)) {
+///         return *status;
+///     }
+///
+/// Nothing when the command line does not ask for it. Else the exit status: 0, or 2 when there is
+/// no description or it could not be written.
+inline std::optional<int> answerJson(IParser* parser, int argc, char const* const* argv) {
+    if (argc != 2 || std::strcmp(argv[1], "varooption=json") != 0) {
+        return std::nullopt;
+    }
+    char const* const text = describeJson(parser);
+    bool const isWritten = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
+    return *text != '\0' && isWritten ? 0 : 2;
+}
+
 /// The forms of toOptionFile.
 enum ReplayForm : int {
     kOptionLines = 0,  ///< an option file: one argument a line, the defaults as comments

@@ -5,6 +5,7 @@
 
 #include "failing_memory.h"
 #include "support.h"
+#include "varo/documents.h"
 #include "varo/mistakes.h"
 #include "varo/text.h"
 
@@ -396,6 +397,30 @@ TEST(FailingMemory, TypedDeclarationsAreMadeOrThrow) {
         });
         return isDone && trial.m_notes.find("65535") != std::string::npos;
     });
+}
+
+TEST(FailingMemory, DocumentsAreWholeOrEmpty) {
+    using Write = char const* (*)(varo::IParser*, varo::IParseResult*);
+    for (Write const write :
+         {Write([](auto parser, auto) { return varo::describeJson(parser); }),
+          Write([](auto parser, auto result) { return varo::toOptionFile(parser, result); }),
+          Write([](auto parser, auto result) {
+              return varo::toOptionFile(parser, result, varo::kShellWords);
+          })}) {
+        exhaust([write](Trial& trial, std::string const& expected) {
+            Host const host({}, false);
+            varo::Result const result = host.m_parser.createResult();
+            varo::IParser* const parser = host.m_parser.interface();
+            parser->parseStream("--level=1\nplain text that is long\n--\nend", result.interface());
+            char const* text = "";
+            trial.attempt([&] { text = write(parser, result.interface()); });
+            trial.m_notes = text;
+            if (!expected.empty()) {
+                EXPECT_EQ(write(parser, result.interface()), expected);
+            }
+            return !trial.m_notes.empty();
+        });
+    }
 }
 
 TEST(FailingMemory, QueriesNeedNoMemory) {

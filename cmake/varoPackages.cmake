@@ -8,6 +8,8 @@ configure_package_config_file(cmake/varoConfig.cmake.in varoConfig.cmake
     NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file(varoConfigVersion.cmake COMPATIBILITY SameMinorVersion)
 export(TARGETS varo NAMESPACE varo:: FILE varoTargets.cmake)
+configure_file(cmake/varoManual.cmake varoManual.cmake COPYONLY)
+include(cmake/varoManual.cmake)
 
 # A program of a host that contains this project needs the library wherever it is installed.
 install(TARGETS varo EXPORT varoTargets
@@ -62,6 +64,7 @@ install(FILES
     ${CMAKE_CURRENT_BINARY_DIR}/varoConfig.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/varoConfigVersion.cmake
     ${CMAKE_CURRENT_BINARY_DIR}/varoCompletions.cmake
+    ${CMAKE_CURRENT_BINARY_DIR}/varoManual.cmake
     DESTINATION ${varoPackageDir} COMPONENT development)
 install(DIRECTORY ${CMAKE_CURRENT_BINARY_DIR}/stubs
     DESTINATION ${varoPackageDir} COMPONENT development)

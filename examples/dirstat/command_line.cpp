@@ -129,6 +129,24 @@ int wrongCommandLine(std::string const& text) {
     return 2;
 }
 
+// What the manual page says besides the declarations.
+varo::Manual manual() {
+    varo::Manual about;
+    about.name = "dirstat";
+    about.summary = "sum up the files of directories";
+    about.date = "2026-11-21";
+    about.version = "1.0";
+    about.description =
+        "Counts files and their bytes by extension or directory. A scan can be\n"
+        "kept in a file and reported again later.";
+    about.exitStatus =
+        "0 after success, 1 when something could not be read or written, 2 when the\n"
+        "command line is wrong.";
+    about.examples = "Which kinds of files are there?\n  dirstat --scan . --limit=5";
+    about.seeAlso = "du(1), find(1)";
+    return about;
+}
+
 int showHelp(Options const& options, varo::Result const& result) {
     varo::Parser const& parser = options.parser;
     std::vector<std::string> topics = result.all(options.topic);
@@ -174,6 +192,10 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
     // A shell that completes a command line asks the program itself what may follow.
     Files files;
     if (std::optional<int> const status = varo::answerShell(parser, argc, argv, &files)) {
+        return status;
+    }
+    varo::Manual const about = manual();
+    if (auto const status = varo::answerManual(parser.interface(), &about, argc, argv)) {
         return status;
     }
     if (auto const status = varo::answerJson(parser.interface(), argc, argv)) {

@@ -141,6 +141,24 @@ enum ManualForm : int {
 /// section unknown, and when memory runs out.
 VARO_EXPORT char const* manual(IParser* parser, Manual const* about, int form);
 
+/// Which help helpText writes and how.
+struct HelpLayout {
+    int size = sizeof(HelpLayout);  ///< lets the library know which members are there
+    int columns = 0;   ///< of the terminal, at least 20; 0: as many as standard output has, or 80
+    int hidden = 0;    ///< not 0: only what is hidden, instead of all else
+    int emphasis = 0;  ///< not 0: headings and names between the terminal's sequences for bold
+    char const* topic = nullptr;    ///< an action or another declaration; null: all
+    char const* program = nullptr;  ///< its name, for the usage lines; null: they begin without
+};
+
+/// The help as a terminal of so many columns shows it: usage lines, the actions, the modifiers of
+/// each, the options by section. An action as the topic gives its own usage line and what fits it,
+/// another name the declarations of that name. No line is wider than `columns` - 1, counted as
+/// terminals do: wide characters 2, combining ones 0. Texts become printable as in manual(). A null
+/// `layout` counts as a default one. The text lives as long as the parser; "" when there is nothing
+/// to show, or no memory.
+VARO_EXPORT char const* helpText(IParser* parser, HelpLayout const* layout);
+
 /// Answers "TOOL varooption=manual man" and "TOOL varooption=manual markdown", the way in which
 /// packages get the manual, on standard output:
 ///

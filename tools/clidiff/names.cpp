@@ -34,7 +34,8 @@ Names::Names(CommandLine const& line) : m_line(line) {
 }
 
 std::span<Names::Key const> Names::exactly(std::string_view text) const {
-    auto const [begin, end] = std::ranges::equal_range(m_keys, text, {}, &Key::text);
+    auto const begin = std::ranges::lower_bound(m_keys, text, {}, &Key::text);
+    auto const end = std::ranges::upper_bound(m_keys, text, {}, &Key::text);
     return {begin, end};
 }
 

@@ -105,7 +105,9 @@ void checkValueAndVariant() {
     CHECK(fieldAt<int>(*(payload - 16), 8) == 1);
     CHECK(variant_t("a") < variant_t(1) && variant_t("a") == variant_t("a", true));
     CHECK(mosaic2::string_compare(L"a", L"b") < 0);
-    CHECK(mosaic2::notype_ptr_compare(payload, payload) == 0);
+    void const* const object = payload;
+    void const* const payloads[] = {object, object};
+    CHECK(mosaic2::notype_ptr_compare(&payloads[0], &payloads[1]) == 0);
 }
 
 /// An option's builder operations by slot; what they did shows in the parses of `parser`.

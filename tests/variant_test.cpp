@@ -160,15 +160,15 @@ public:
 };
 
 TEST_F(Variants, NameTheSameObjectFromTwoBlocks) {
+    variant_t alias;
     Object objects[2];
+    objects[0].m_alias = objects[1].m_alias = &alias;
     object_t* const pointers[] = {&objects[0], &objects[0], &objects[1]};
     std::vector<variant_t> variants;
     for (object_t* const& pointer : pointers) {
         // NOLINTNEXTLINE(bugprone-sizeof-expression): the block holds the pointer itself
         variants.push_back(block(vtObject, &pointer, sizeof(pointer)));
     }
-    variant_t alias;
-    objects[0].m_alias = objects[1].m_alias = &alias;
     EXPECT_TRUE(variants[0] == variants[1]);
     EXPECT_FALSE(variants[0] < variants[1] || variants[1] < variants[0]);
     EXPECT_FALSE(variants[0] == variants[2]);

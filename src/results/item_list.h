@@ -102,9 +102,7 @@ private:
         owner.m_type = item.type;
     }
 
-    /// Copies by a loop: memcpy moves as fast, but by an instruction that counts once a byte.
-    [[gnu::noinline, gnu::optimize("no-tree-loop-distribute-patterns")]] void grow(
-        std::uint32_t count) {
+    [[gnu::noinline]] void grow(std::uint32_t count) {
         constexpr std::uint32_t kFew = 4;
         std::uint32_t const capacity = std::max({m_size + count, 2 * m_capacity, kFew});
         auto* const larger = static_cast<Item*>(::operator new(capacity * sizeof(Item)));

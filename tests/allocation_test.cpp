@@ -399,6 +399,14 @@ TEST(FailingMemory, TypedDeclarationsAreMadeOrThrow) {
     });
 }
 
+char const* writeManual(varo::IParser* parser, varo::ManualForm form) {
+    varo::Manual about;
+    about.name = "tool";
+    about.summary = kLong;
+    about.date = "2026-11-21";
+    return varo::manual(parser, &about, form);
+}
+
 TEST(FailingMemory, DocumentsAreWholeOrEmpty) {
     using Write = char const* (*)(varo::IParser*, varo::IParseResult*);
     for (Write const write :
@@ -406,7 +414,10 @@ TEST(FailingMemory, DocumentsAreWholeOrEmpty) {
           Write([](auto parser, auto result) { return varo::toOptionFile(parser, result); }),
           Write([](auto parser, auto result) {
               return varo::toOptionFile(parser, result, varo::kShellWords);
-          })}) {
+          }),
+          Write([](auto parser, auto) { return varo::helpText(parser, nullptr); }),
+          Write([](auto parser, auto) { return writeManual(parser, varo::kManualPage); }),
+          Write([](auto parser, auto) { return writeManual(parser, varo::kManualMarkdown); })}) {
         exhaust([write](Trial& trial, std::string const& expected) {
             Host const host({}, false);
             varo::Result const result = host.m_parser.createResult();

@@ -3,6 +3,7 @@
 
 #include <varo/completion.h>
 #include <varo/documents.h>
+#include <varo/program.h>
 #include <varo/varo.h>
 
 #include <cstdio>
@@ -220,11 +221,10 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
         std::fprintf(stderr, "again: dirstat %s\n", varo::printable(again).c_str());
     }
     if (code != varo::kSuccess) {
-        return wrongCommandLine(parser.error());
+        std::fputs(varo::failureText(parser, "dirstat").c_str(), stderr);
+        return 2;
     }
-    if (*parser.error() != '\0') {  // After success, warnings: of deprecated values.
-        std::fprintf(stderr, "%s\n", varo::printable(parser.error()).c_str());
-    }
+    std::fputs(varo::warningText(parser, "dirstat").c_str(), stderr);  // of deprecated values
 
     if (result[options.help]) {
         return showHelp(options, result);

@@ -79,6 +79,7 @@ public:
         m_isListBegun = true;
     }
     OptionFiles const& files() const { return m_files; }
+    ParseResult& result() { return m_result; }
     ParseResult const& result() const { return m_result; }
 
 private:

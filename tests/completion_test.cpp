@@ -194,5 +194,6 @@ TEST(Completion, GivesBashFinishedWords) {
     EXPECT_EQ(answer("-name=\"a:d"), "word\ta:d'e\nend\n");
     EXPECT_EQ(answer("-name='a:d"), "word\ta:d'\\''e\nend\n");
     EXPECT_EQ(answer("\"-name=a:b"), "word\t-name=a:b c\nend\n");
+    EXPECT_EQ(answer("> $'\\x01"), "end\n");
     EXPECT_EQ(answer("> 'a b"), "files\ta b\ta b\t'\t''a b\nend\n");
 }

@@ -90,7 +90,7 @@ public:
             }
         }
         if (offers.paths != Paths::kNone && !hasControls(m_line.raw) &&
-            !hasCommands(m_line.typed)) {
+            !hasControls(m_line.typed) && !hasCommands(m_line.typed)) {
             writePaths(offers.paths == Paths::kFiles ? "files" : "directories", offers.pathStart);
         }
         return std::move(m_text.append("end\n"));

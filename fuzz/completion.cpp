@@ -1,9 +1,9 @@
 // Declarations and a command line, both from the input; the line is completed in each shell,
 // wherever the cursor is, and what is told of it has no control characters and changes nothing.
 
-#include "varo/assist.h"
-#include "input.h"
 #include "varo/completion.h"
+#include "input.h"
+#include "varo/assist.h"
 
 namespace {
 

@@ -107,7 +107,10 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
                              : record->m_names.size() > 3 ? kTooManyNames
                                                           : kLongThirdName);
     }
-    record->tag(actions);
+    if (actions != nullptr) {
+        record->tag(actions);
+        record->m_actions = actions;
+    }
     unsigned long index = 0;
     bool const isFree = findOption(record->m_names, index, m_names, record->m_tags);
     if (!isFree && !m_replace) {
@@ -116,17 +119,16 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
         commit(sectionChange);
         return refuse(names, Refusals::Reason::kNameTaken, static_cast<std::uint32_t>(index));
     }
-    record->m_section = sectionChange.name;
-    if (actions != nullptr) {
-        record->m_actions = actions;
-    }
+    record->m_section = std::string(sectionChange.name);
     if (description != nullptr) {
-        record->m_description = description;
+        record->m_description = std::string(description);  // copies once; assign() would grow it
     }
     record->m_kind = isAction ? OptionDescription::kAction : OptionDescription::kOption;
     record->m_type = type;
     record->m_textHolder = m_textHolder;
-    record->tag(isAction ? names : nullptr);
+    if (isAction) {
+        record->tag(names);
+    }
     record->tokenize(m_defaultTokenizer);
 
     internal::reserveMore(m_records, 1, 16);

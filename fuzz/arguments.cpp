@@ -20,11 +20,11 @@ extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size
     recorder.check(code, parser, result);
 
     // The plain arguments are those after the first end marker; on failure, the first of them.
-    auto behind = std::find(arguments.begin() + 1, arguments.end(), "--");
-    behind += behind != arguments.end() ? 1 : 0;
+    auto after = std::find(arguments.begin() + 1, arguments.end(), "--");
+    after += after != arguments.end() ? 1 : 0;
     for (char const* const plain : result.arguments()) {
-        REQUIRE(behind != arguments.end() && *behind++ == plain);
+        REQUIRE(after != arguments.end() && *after++ == plain);
     }
-    REQUIRE(behind == arguments.end() || code != 0 || flags.has(varo::kTakeTheRest));
+    REQUIRE(after == arguments.end() || code != 0 || flags.has(varo::kTakeTheRest));
     return 0;
 }

@@ -249,7 +249,7 @@ void checkVariables() {
     variant_t::m_mem = {&std::free, &countAllocation};
     CHECK(parser->parseStream("--name=value", result) == kSuccess);
     callSlot<void>(8,
-                   result);  // the deleting destructor; the memory would leak behind another slot
+                   result);  // the deleting destructor; the memory would leak through another slot
     CHECK(allocations > 0);
     variant_t::m_mem = before;
 

@@ -30,17 +30,17 @@ TEST(Positional, FirstDeclarationTakesWhatNoOptionClaims) {
 TEST(Positional, DashGuardRefusesWhatLooksLikeAnOption) {
     varo::Parser const strict(varo::kUnknownIsError | varo::kDashGuard);
     varo::Parser const lenient(varo::kDashGuard);
-    varo::Parser const behind(varo::kUnknownIsError | varo::kDashGuard |
-                              varo::kPositionalAfterMarker);
-    for (varo::Parser const* parser : {&strict, &lenient, &behind}) {
+    varo::Parser const after(varo::kUnknownIsError | varo::kDashGuard |
+                             varo::kPositionalAfterMarker);
+    for (varo::Parser const* parser : {&strict, &lenient, &after}) {
         (*parser)->option("number", "", vtS32, "")->positional();
     }
     check(strict, {{{"-5"}, kParseError, "Unknown option: -5", "number", "absent"},
                    {{"1", "\u20135"}, kParseError, noInteger("\u20135"), "number", "s32 1"},
                    {{"1", "--", "-5"}, kSuccess, "", "number", "s32 1"}});
     check(lenient, {{{"-5", "1"}, kSuccess, "", "number", "s32 1"}});
-    check(behind, {{{"1", "--", "-5", "6"}, kSuccess, "", "number", "s32 1 s32 -5 s32 6"},
-                   {{"--", "-5", "--", "7"}, kParseError, noInteger("--"), "number", "s32 -5"}});
+    check(after, {{{"1", "--", "-5", "6"}, kSuccess, "", "number", "s32 1 s32 -5 s32 6"},
+                  {{"--", "-5", "--", "7"}, kParseError, noInteger("--"), "number", "s32 -5"}});
 }
 
 TEST(Positional, MarkerHidesOptionsButNotPositionalValues) {

@@ -117,9 +117,9 @@ TEST(DeprecatedValues, AreReplacedOnceWithAWarning) {
             "Option 'level' requires a value in argument: '--level'"},
            {{"--level=9"}, kSuccess, ""}});
 
-    varo::Parser const behind(varo::kPositionalAfterMarker);
-    behind->option("mode", "", vtString, "")->positional()->allowDeprecatedValue("a", "b");
-    check(behind, {{{"a", "--", "a"}, kSuccess, aToB + "\n" + aToB, "mode", "'b' 'b'"}});
+    varo::Parser const plain(varo::kPositionalAfterMarker);
+    plain->option("mode", "", vtString, "")->positional()->allowDeprecatedValue("a", "b");
+    check(plain, {{{"a", "--", "a"}, kSuccess, aToB + "\n" + aToB, "mode", "'b' 'b'"}});
 }
 
 TEST(ValueIntake, SplitsAtTheSeparatorAndDropsEmptyPieces) {

@@ -51,7 +51,7 @@ public:
     explicit Trial(BasicParser& parser)
         : m_registry(parser.registry()), m_flags(parser.flags() & ~kTakeTheRest) {}
 
-    /// Whether `word` is taken whole at `place`; for an option's value, behind `optionWord`.
+    /// Whether `word` is taken whole at `place`; for an option's value, after `optionWord`.
     bool takes(Place place, char const* optionWord, std::string const& word) {
         char const* const words[] = {optionWord, word.c_str()};
         bool const isValue = place == Place::kOptionValue;

@@ -17,7 +17,7 @@ namespace internal {
 struct Offer {
     std::string word;              ///< the whole word, as a program would see it
     std::string_view description;  ///< as it was declared, or one of Offers::texts
-    bool isFinished;               ///< false when a value is still to be typed behind it
+    bool isFinished;               ///< false when a value is still to be typed after it
     std::string_view group;        ///< "values", "actions" or "options"
 };
 

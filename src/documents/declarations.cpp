@@ -46,7 +46,7 @@ DeclarationViews& viewsOf(BasicParser& parser) {
     return *held;
 }
 
-/// The structure behind `previous`, if `views` holds it.
+/// The structure after `previous`, if `views` holds it.
 template <class View, class Shown>
 Shown const* after(std::vector<std::unique_ptr<View>> const& views,
                    Shown const& previous) noexcept {

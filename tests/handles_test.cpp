@@ -57,6 +57,7 @@ std::string readings(varo::Result const& result, char const* name) {
         using Type = decltype(number);
         std::optional<Type> const value = result.last<Type>(name);
         std::ostringstream text;
+        text.imbue(std::locale::classic());
         text << std::setprecision(20) << +value.value_or(Type());
         shown += value ? text.str() + " " : "- ";
     };

@@ -182,7 +182,7 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
 }
 
 /// Drops an argument that no recognizer takes, or makes it an error.
-int BasicParser::takeUnclaimed(ArgumentList& args, ParseSession& session) {
+int BasicParser::takeUnclaimed(ArgumentList& args, ParseSession& session) const {
     bool const isVetoed = session.handler != nullptr &&
                           !session.handler->onUknownArgument(std::string(args[0]).c_str());
     if ((m_flags & kUnknownIsError) != 0 && !isVetoed) {

@@ -81,8 +81,8 @@ public:
 private:
     /// A variant that is only looked at: it releases nothing.
     union Lent {
-        Lent() {}
-        ~Lent() {}
+        Lent() {}   // NOLINT(modernize-use-equals-default): of a union it would be deleted
+        ~Lent() {}  // NOLINT(modernize-use-equals-default)
         mosaic2::variant_t variant;
     };
 

@@ -177,7 +177,7 @@ private:
     }
 
     // A power of two of them, of which at most half are used. The first 16 items need no memory:
-    // that saves an ordinary parse two allocations, 2 % of it.
+    // that saves an ordinary parse two allocations.
     Slot m_small[kSmall];
     std::vector<Slot> m_large;  // in the place of those, or none
     std::size_t m_used = 0;

@@ -10,7 +10,7 @@ namespace varo_3_3::internal {
 /// Threads may share a sequence: each gets its numbers in ascending order.
 [[gnu::always_inline]] inline int takePosition(int& next) {
     constexpr int kLastPosition = kNoPosition - 1;
-    if (__libc_single_threaded) {  // plain steps, as for reference counts: 1 % of an argument
+    if (__libc_single_threaded) {  // plain steps, as for reference counts
         return next < kLastPosition ? next++ : kLastPosition;
     }
     int position = __atomic_load_n(&next, __ATOMIC_RELAXED);

@@ -242,7 +242,7 @@ TEST(TypedDeclarations, ModifiersBelongToTheirActions) {
     EXPECT_STREQ(parser.topicHelp(level), parser->getDescription("level", false));
     EXPECT_STREQ(parser.actionHelp(add), parser->getActionModifiersDescription("add", false));
     EXPECT_STREQ(parser.globalHelp(), parser->getGlobalModifiersDescription(false));
-    EXPECT_STREQ(parser.help(varo::Sections::hidden), parser->getDescription(true));
+    EXPECT_STREQ(parser.help(varo::Sections::kHidden), parser->getDescription(true));
 }
 
 TEST(TypedDeclarations, OutliveTheirParserAndTheNamesTheyWereMadeWith) {

@@ -169,7 +169,7 @@ int showHelp(Options const& options, varo::Result const& result) {
             return wrongCommandLine("There is no topic '" + topic + "'.");
         }
         bool const isHidden = parser->isOptionDeclared(name, false, "varo_hidden");
-        auto const sections = isHidden ? varo::Sections::hidden : varo::Sections::shown;
+        auto const sections = isHidden ? varo::Sections::kHidden : varo::Sections::kShown;
         std::fputs(parser.topicHelp(name, sections), stdout);
         if (isAction) {
             std::fputs(parser.actionHelp(name), stdout);
@@ -230,7 +230,7 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
         return showHelp(options, result);
     }
     if (result[options.expert]) {
-        std::fputs(parser.help(varo::Sections::hidden), stdout);
+        std::fputs(parser.help(varo::Sections::kHidden), stdout);
         return 0;
     }
     request.isReport = result[options.report];

@@ -37,7 +37,7 @@ private:
     }
 };
 
-enum class Role { option, action };
+enum class Role { kOption, kAction };
 
 /// A declaration and the type of its values: what Parser::option, action and modifier return, and
 /// what a Result is asked with. Refined in one go, as bare declarations are:
@@ -150,18 +150,18 @@ private:
 
 /// The types of handles, for hosts that keep them in structures of their own.
 template <class Type>
-using Option = Handle<Type, Role::option, false>;
+using Option = Handle<Type, Role::kOption, false>;
 template <class Type>
-using DefaultedOption = Handle<Type, Role::option, true>;
+using DefaultedOption = Handle<Type, Role::kOption, true>;
 template <class Type>
-using Action = Handle<Type, Role::action, false>;
+using Action = Handle<Type, Role::kAction, false>;
 
 /// Some actions: one, or several joined by "|". Made of handles, so it names none that is not
 /// declared.
 class Actions {
 public:
     template <class Type, bool hasDefault>
-    Actions(Handle<Type, Role::action, hasDefault> const& action) : m_list(action.name()) {}
+    Actions(Handle<Type, Role::kAction, hasDefault> const& action) : m_list(action.name()) {}
 
     /// The primary names, separated by commas, as the bare interface takes them.
     char const* list() const noexcept { return m_list.c_str(); }
@@ -178,8 +178,8 @@ private:
 
 /// Actions of two handles.
 template <class Left, bool hasDefault, class Right, bool hasDefaultToo>
-Actions operator|(Handle<Left, Role::action, hasDefault> const& left,
-                  Handle<Right, Role::action, hasDefaultToo> const& right) {
+Actions operator|(Handle<Left, Role::kAction, hasDefault> const& left,
+                  Handle<Right, Role::kAction, hasDefaultToo> const& right) {
     return Actions(left) | Actions(right);
 }
 

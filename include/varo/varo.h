@@ -15,15 +15,17 @@
 #include "varo/value_checks.h"
 #include "varo/version.h"
 
-// The layer that programs are written against. Not included here, since most programs do without:
-// varo/text.h (word wrapping) and varo/trace.h (the trace).
+// The layer that programs are written against. Not included here, since it would make every program
+// compile longer: varo/program.h (parseOrExit, the whole front of a program), varo/documents.h (the
+// manual page, JSON, help for this terminal), varo/completion.h (answers for shells), varo/text.h
+// (word wrapping) and varo/trace.h (the trace).
 
 namespace varo_3_3 {
 
 /// Which of the sections a help text shows.
 enum class Sections : bool {
-    shown = false,  ///< all but "varo_hidden"
-    hidden = true   ///< "varo_hidden" alone
+    kShown = false,  ///< all but "varo_hidden"
+    kHidden = true   ///< "varo_hidden" alone
 };
 
 /// A parser that is released when it goes out of scope. Declaring gives handles, which a result is
@@ -71,7 +73,9 @@ public:
     /// Declares an option whose values are of type Type: bool, an integer, float, double,
     /// std::string, std::string_view, char const*, an enumeration with Words, a type with a
     /// Conversion; or void for one that takes no value. `names` and `section` as for
-    /// IParser::option. What Type does not have is refused by the parse.
+    /// IParser::option. What Type does not have is refused by the parse. With setReplace, replace
+    /// a typed declaration by a typed one: what the bare interface declares in its place is still
+    /// held to Type.
     template <class Type>
     Option<Type> option(char const* names, char const* description, char const* section = "") {
         return declare<Option<Type>>(names, [&](mosaic2::das_variant_type_t type) {
@@ -155,38 +159,38 @@ public:
     }
 
     /// The help: a list of the actions or, when there are none, all options by section.
-    char const* help(Sections sections = Sections::shown) const {
+    char const* help(Sections sections = Sections::kShown) const {
         return m_parser != nullptr ? m_parser->getDescription(isHidden(sections)) : "";
     }
 
     /// The help for one declaration, by any of its names.
-    char const* topicHelp(char const* topic, Sections sections = Sections::shown) const {
+    char const* topicHelp(char const* topic, Sections sections = Sections::kShown) const {
         return m_parser != nullptr ? m_parser->getDescription(topic, isHidden(sections)) : "";
     }
-    char const* topicHelp(Declared const& topic, Sections sections = Sections::shown) const {
+    char const* topicHelp(Declared const& topic, Sections sections = Sections::kShown) const {
         return topicHelp(topic.name(), sections);
     }
 
     /// The help for the modifiers of one action.
-    char const* actionHelp(char const* action, Sections sections = Sections::shown) const {
+    char const* actionHelp(char const* action, Sections sections = Sections::kShown) const {
         return m_parser != nullptr
                    ? m_parser->getActionModifiersDescription(action, isHidden(sections))
                    : "";
     }
     template <class Type, bool hasDefault>
-    char const* actionHelp(Handle<Type, Role::action, hasDefault> const& action,
-                           Sections sections = Sections::shown) const {
+    char const* actionHelp(Handle<Type, Role::kAction, hasDefault> const& action,
+                           Sections sections = Sections::kShown) const {
         return actionHelp(action.name(), sections);
     }
 
     /// The help for the options that go with every action; "" if there are none.
-    char const* globalHelp(Sections sections = Sections::shown) const {
+    char const* globalHelp(Sections sections = Sections::kShown) const {
         return m_parser != nullptr ? m_parser->getGlobalModifiersDescription(isHidden(sections))
                                    : "";
     }
 
 private:
-    static bool isHidden(Sections sections) { return sections == Sections::hidden; }
+    static bool isHidden(Sections sections) { return sections == Sections::kHidden; }
 
     void forgetReason() const {
         if (m_checks != nullptr) {

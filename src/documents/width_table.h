@@ -4,7 +4,7 @@
 
 namespace varo_3_3::internal {
 
-// How many columns characters have, as Unicode 15.0.0 has it. Made by scripts/make-width-table.
+// How many columns characters have, as Unicode 15.0.0 has it. Made by scripts/lib/make-width-table.
 // clang-format off
 
 /// Runs of characters of one width, which stands in the lowest two bits; above it the number of

@@ -168,7 +168,7 @@ private:
     }
 
     std::string randomWord() {
-        std::string const dashed = "--" + randomName();
+        std::string dashed = "--" + randomName();
         switch (m_random.upTo(4)) {
             case 0:
                 return m_random.pick(kValues);
@@ -183,7 +183,8 @@ private:
         constexpr char const* kStarts[] = {"", "", "-", "--", "--", "\xE2\x80\x93"};
         std::string typed = m_random.pick(kStarts);
         if (!typed.empty() && m_random.upTo(1) != 0) {
-            typed += randomName().substr(0, static_cast<std::size_t>(1 + m_random.upTo(2)));
+            typed +=
+                randomName().substr(0, std::size_t{1} + static_cast<unsigned>(m_random.upTo(2)));
             typed += m_random.oneIn(3) ? "=" : "";
         }
         return typed + (m_random.oneIn(4) ? std::string(m_random.pick(kValues)).substr(0, 1) : "");
@@ -198,7 +199,7 @@ private:
     /// What a parse tells of a line, to which an action may be added in front while it has none, or
     /// kWrong.
     std::string eventsOf(Arguments const& line) {
-        std::string const events = eventsOfWhole(line);
+        std::string events = eventsOfWhole(line);
         if (events != kWrong || m_error != "No action defined.") {
             return events;
         }
@@ -283,7 +284,7 @@ private:
         }
         std::size_t const dashes = typed.rfind("--", 0) == 0     ? 2
                                    : typed.rfind('-', 0) == 0    ? 1
-                                   : typed.rfind("\xE2", 0) == 0 ? 3
+                                   : typed.rfind('\xE2', 0) == 0 ? 3
                                                                  : 0;
         std::string const typedName = typed.substr(dashes);
         for (std::size_t at = 0; at < declared.names.size(); ++at) {

@@ -18,12 +18,12 @@ extern "C" int isspace(int character) noexcept {
     return g_isAbroad ? character == 'x' : isspace_l(character, atHome());
 }
 
-extern "C" double strtod(char const* text, char** end) noexcept {
+extern "C" double strtod(char const* nptr, char** endptr) noexcept {
     if (g_isAbroad) {
-        *end = const_cast<char*>(text);
+        *endptr = const_cast<char*>(nptr);
         return 0;
     }
-    return strtod_l(text, end, atHome());
+    return strtod_l(nptr, endptr, atHome());
 }
 
 namespace {

@@ -33,7 +33,7 @@ void program(varo::Parser& parser, varo::Result& result) {
     unsigned const number = result[depth];                   // conver
     parser.modifier<int>("x", "ad", "");                     // convert|no matching
     parser.modifier<int>("x", level, "");                    // convert|no matching
-    parser.allowTogether(level);                             // no matching
+    parser.allowTogether(level);                             // initializ|no viable
     (void)parser.option<bool>("x", "").defaultValue("yes");  // The option is boolean
     parser.option<int>("x", "").allow(1, 2.5);               // The option is an integer
     parser.option<std::string>("x", "").allow("a", 1);       // The option is a text

@@ -21,7 +21,7 @@ std::string origin(varo::Parser const& parser, Arguments const& arguments) {
     varo::Result result = parser.createResult();
     EXPECT_NE(parse(parser, result, arguments), varo::kSuccess);
     std::string const error = parser.error();
-    std::string const origin = varo::errorOrigin(parser.interface());
+    std::string origin = varo::errorOrigin(parser.interface());
     EXPECT_EQ(parser.error(), error);
     return origin;
 }
@@ -86,7 +86,7 @@ TEST(ErrorOrigin, FollowsAThousandFiles) {
     std::string expected;
     for (int file = 0; file < 1000; ++file) {
         std::string const path = directory.path(std::to_string(file));
-        expected = path + ":2, from " + expected;
+        expected.insert(0, path + ":2, from ");
         directory.write(std::to_string(file),
                         file < 999 ? "\n--option-file=" + directory.path(std::to_string(file + 1))
                                    : "\n--none");

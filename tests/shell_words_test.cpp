@@ -11,7 +11,7 @@ constexpr char kBashBreaks[] = " \t\n\"'@><=;|&(:";
 /// What was read: words before the cursor, each followed by "|", the cursor's word with the quote
 /// that is open in it, what bash keeps of it, and the words after it.
 std::string show(Shell shell, std::string_view lineWithCursor, char const* breaks) {
-    std::size_t const cursor = lineWithCursor.find("^");
+    std::size_t const cursor = lineWithCursor.find('^');
     std::string whole;
     ShellLine const line = readShellLine(shell, lineWithCursor.substr(0, cursor),
                                          lineWithCursor.substr(cursor + 1), breaks, whole);

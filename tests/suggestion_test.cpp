@@ -33,7 +33,7 @@ std::string suggest(varo::Parser const& parser, Arguments const& arguments) {
     varo::Result result = parser.createResult();
     parse(parser, result, arguments);
     std::string const error = parser.error();
-    std::string const suggestion = varo::suggestion(parser.interface());
+    std::string suggestion = varo::suggestion(parser.interface());
     EXPECT_EQ(parser.error(), error);
     return suggestion;
 }

@@ -7,12 +7,12 @@
 
 #include "support.h"
 
-enum class Shape { circle, square, star };
+enum class Shape { kCircle, kSquare, kStar };
 
 template <>
 struct varo::Words<Shape> {
     static constexpr varo::Word<Shape> list[] = {
-        {"circle", Shape::circle}, {"square", Shape::square}, {"star", Shape::star}};
+        {"circle", Shape::kCircle}, {"square", Shape::kSquare}, {"star", Shape::kStar}};
 };
 
 template <>
@@ -108,8 +108,8 @@ TEST(TypedDeclarations, AnswerByTheirKind) {
     auto const path = parser.option<std::string_view>("path", "").separator(':').defaultValue("/");
     auto const title = parser.option<char const*>("title", "").defaultValue(std::string("none"));
     auto const shape = parser.option<Shape>("shape", "")
-                           .defaultValue(Shape::square)
-                           .deprecated("round", Shape::circle);
+                           .defaultValue(Shape::kSquare)
+                           .deprecated("round", Shape::kCircle);
     auto const wait = parser.option<std::chrono::seconds>("wait", "").defaultValue(2min);
     static_assert(
         std::is_same_v<decltype(std::declval<varo::Result>()[level]), int> &&

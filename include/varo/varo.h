@@ -106,7 +106,7 @@ public:
     /// Allows any of the actions to be given together: `parser.allowTogether(add | list)`.
     template <class Some>
     void allowTogether(Some const& some) {
-        Actions const actions(some);
+        Actions const& actions = some;
         std::set<std::string> names;
         for (std::string_view list = actions.list(); !list.empty();) {
             std::size_t const comma = list.find(',');

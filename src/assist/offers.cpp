@@ -8,6 +8,7 @@
 #include "help/option_help.h"
 #include "options/value_text.h"
 #include "parser/option_files.h"
+#include "platform/join.h"
 #include "recognizers/dashes.h"
 #include "varo/completion.h"
 
@@ -24,7 +25,7 @@ bool isHidden(OptionDescription const& option) {
 }
 
 bool isNamed(OptionDescription const& option, std::string_view name) {
-    for (std::string const& own : option.m_names) {
+    for (std::string_view const own : option.m_names) {
         if (own == name) {
             return true;
         }
@@ -204,8 +205,8 @@ private:
     }
 
     bool canBeGiven(OptionDescription const& action) {
-        for (std::string const& name : action.m_names) {
-            if (m_trial.takesName(action, "--" + name)) {
+        for (std::string_view const name : action.m_names) {
+            if (m_trial.takesName(action, internal::join({"--", name}))) {
                 return true;
             }
         }

@@ -187,7 +187,7 @@ private:
         NameIndex& names = m_parser.registry().names();
         bool const isBool = record.m_type == mosaic2::vtBool;
         std::string word;
-        for (std::string const& name : record.m_names) {
+        for (std::string_view const name : record.m_names) {
             for (char const* const dashes : {"--", "--no-"}) {
                 word = dashes;
                 word += name;
@@ -232,7 +232,7 @@ private:
         }
         // Where declarations share names, an option may come back as another one of them.
         for (auto const& record : m_parser.registry().records()) {
-            for (std::string const& name : record->m_names) {
+            for (std::string_view const name : record->m_names) {
                 if (m_result.givenKey(name) != read.givenKey(name) && !isOptionFile(*record)) {
                     return false;
                 }

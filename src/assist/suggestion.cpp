@@ -193,7 +193,7 @@ private:
             if (record->isHidden() || (!hasDashes && !record->isAction())) {
                 continue;
             }
-            for (std::string const& declared : record->m_names) {
+            for (std::string_view const declared : record->m_names) {
                 offer({}, declared, *record);
                 if (record->m_type == mosaic2::vtBool) {
                     offer("no-", declared, *record);

@@ -65,8 +65,8 @@ template <class Texts>
 void point(std::vector<char const*>& pointers, Texts const& texts) {
     pointers.resize(texts.size());
     auto pointer = pointers.begin();
-    for (std::string const& text : texts) {
-        *pointer++ = text.c_str();
+    for (std::string_view const text : texts) {
+        *pointer++ = text.data();
     }
 }
 
@@ -120,10 +120,10 @@ void refresh(DeclarationView& view, OptionDescription const& record, BasicParser
     shown.readsFiles = readsFiles(record, parser) ? 1 : 0;
     shown.names = view.names.data();
     shown.actions = view.actions.data();
-    shown.description = record.m_description.c_str();
+    shown.description = record.m_description.data();
     shown.typeName = record.m_type != mosaic2::vtBool ? typeName(record.m_type) : "";
-    shown.section = record.m_section.c_str();
-    shown.sectionText = registry.sections()[section].second.c_str();
+    shown.section = record.m_section.data();
+    shown.sectionText = registry.sections()[section].second.data();
     shown.allowed = view.allowed.data();
     shown.deprecated = view.deprecated.data();
 }

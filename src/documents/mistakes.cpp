@@ -10,6 +10,7 @@
 
 #include "options/value_text.h"
 #include "parser/basic_parser.h"
+#include "platform/join.h"
 #include "recognizers/dashes.h"
 
 namespace varo_3_3 {
@@ -91,7 +92,7 @@ public:
 
     std::string remarks() {
         for (auto const& record : m_registry.records()) {
-            for (std::string const& name : record->m_names) {
+            for (std::string_view const name : record->m_names) {
                 checkBeginnings(*record, name);
             }
         }
@@ -151,7 +152,7 @@ private:
     }
 
     void checkNames(Record const& record) {
-        for (std::string const& name : record.m_names) {
+        for (std::string_view const name : record.m_names) {
             if (getDashLength(name, 0) != 0) {
                 about(record) << "names are written without dashes, not '" << name << "'.";
             } else if (name.empty() ? !record.m_isPositional
@@ -160,13 +161,13 @@ private:
             }
             checkHidden(record, name);
             if (record.m_type == mosaic2::vtBool) {
-                checkHidden(record, "no-" + name);
+                checkHidden(record, internal::join({"no-", name}));
             }
         }
     }
 
     /// Modifiers of different actions may share a name, but no other declarations.
-    void checkHidden(Record const& record, std::string const& name) {
+    void checkHidden(Record const& record, std::string_view name) {
         std::uint32_t found = m_registry.names().findRecord(name, {});
         if (found != kNone && found != record.m_index && !record.m_tags.empty() &&
             !recordAt(found).m_tags.empty()) {

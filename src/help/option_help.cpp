@@ -40,9 +40,9 @@ void appendDashed(std::string& entry, std::string_view name, HelpStyle style) {
 
 /// The names, the last one first, so that the primary name is next to the value.
 void appendNames(std::string& entry, OptionDescription const& option, HelpStyle style) {
-    for (auto name = option.m_names.rbegin(); name != option.m_names.rend(); ++name) {
-        appendDashed(entry, *name, style);
-        entry += name + 1 != option.m_names.rend() ? ", " : "";
+    for (std::size_t number = option.m_names.size(); number > 0; --number) {
+        appendDashed(entry, option.m_names[number - 1], style);
+        entry += number > 1 ? ", " : "";
     }
 }
 
@@ -131,7 +131,7 @@ std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions 
         expectedSize += option->m_description.size() * 7 / 4 + kUsualCaption;
         if (!option->m_isPositional) {
             bySection[registry.sectionNumber(option->m_section)].push_back(
-                {internal::leadOf({}, option->firstName()), option});
+                {internal::leadOf(option->firstName()), option});
         }
     }
     std::string help;

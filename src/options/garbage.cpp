@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/reserve_more.h"
+
 namespace varo_3_3 {
 
 char const* Garbage::init(char const* text) {
@@ -24,27 +26,35 @@ char const* Garbage::keep(char const* text) {
 }
 
 char const* Garbage::keep(std::string_view text) {
+    char* const place = room(text.size() + 1);
+    place[text.copy(place, text.size())] = '\0';
+    return place;
+}
+
+char* Garbage::room(std::size_t size) {
+    if (size > m_freeSize) {
+        return roomInNewChunk(size);
+    }
+    char* const place = m_free;
+    m_free += size;
+    m_freeSize -= size;
+    return place;
+}
+
+/// A text that would fill much of a chunk gets one of its own, the chunk in use goes on.
+char* Garbage::roomInNewChunk(std::size_t size) {
     constexpr std::size_t kFirstChunk = 256;      // all texts of an ordinary parse
     constexpr std::size_t kLargestChunk = 65536;  // from here on allocating costs next to nothing
-    std::size_t const size = text.size() + 1;
-    char* place = m_free;
-    if (size <= m_freeSize) {
-        m_free += size;
-        m_freeSize -= size;
-    } else {
-        // A text that would fill much of a chunk gets one of its own, the chunk in use goes on.
-        std::size_t const nextChunk = std::clamp(2 * m_chunkSize, kFirstChunk, kLargestChunk);
-        bool const ownChunk = size > nextChunk / 4;
-        m_chunks.emplace_back(ownChunk ? size : nextChunk);
-        place = m_chunks.back().data();
-        if (!ownChunk) {
-            m_chunkSize = nextChunk;
-            m_free = place + size;
-            m_freeSize = nextChunk - size;
-        }
+    std::size_t const nextChunk = std::clamp(2 * m_chunkSize, kFirstChunk, kLargestChunk);
+    bool const isOwnChunk = size > nextChunk / 4;
+    internal::reserveMore(m_chunks, 1);
+    m_chunks.emplace_back(new char[isOwnChunk ? size : nextChunk]);
+    char* const place = m_chunks.back().get();
+    if (!isOwnChunk) {
+        m_chunkSize = nextChunk;
+        m_free = place + size;
+        m_freeSize = nextChunk - size;
     }
-    text.copy(place, text.size());
-    place[text.size()] = '\0';
     return place;
 }
 

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <memory>
 #include <set>
 #include <string>
 #include <string_view>
@@ -31,8 +32,13 @@ public:
     char const* keep(char const* text);
     char const* keep(std::string_view text);
 
+    /// Room for `size` bytes, which the caller fills in. Throws std::bad_alloc.
+    char* room(std::size_t size);
+
 private:
-    std::vector<std::vector<char>> m_chunks;
+    [[gnu::noinline]] char* roomInNewChunk(std::size_t size);
+
+    std::vector<std::unique_ptr<char[]>> m_chunks;
     char* m_free = nullptr;  // the unused end of the newest chunk that texts are put into
     std::size_t m_freeSize = 0;
     std::size_t m_chunkSize = 0;

@@ -2,22 +2,17 @@
 
 #include <algorithm>
 
-#include "options/tag_sets.h"
 #include "platform/join.h"
 #include "platform/reserve_more.h"
 #include "platform/text_lead.h"
 
 namespace varo_3_3 {
-namespace {
 
-constexpr std::string_view kNegation = "no-";
-
-}  // namespace
+using internal::Lead;
 
 void NameIndex::reserveMore(OptionDescription const& record, std::size_t names, std::size_t tags) {
-    std::size_t const spellings = record.m_type == mosaic2::vtBool ? 2 : 1;
-    std::size_t const keys = names * spellings * (1 + tags);
-    internal::reserveMore(m_keys, keys, 32);  // a small tool's names, in one allocation
+    std::size_t const keys = names * spellingsOf(record) * (1 + tags);
+    internal::reserveMore(m_keys, keys, 64);  // a small tool's names, in one allocation
     m_heads.reserveMore(keys);
 }
 
@@ -28,33 +23,36 @@ void NameIndex::addRecord(OptionDescription const& record) noexcept {
 }
 
 void NameIndex::addName(OptionDescription const& record, std::size_t name) noexcept {
-    forEachSpelling(record, name, [&](Key key) {
+    for (unsigned spelling = 0; spelling < spellingsOf(record); ++spelling) {
+        Key key = keyOf(record, name, spelling != 0);
         insert(key);
         for (std::string const& tag : record.m_tags) {
             key.tag = &tag;
             insert(key);
         }
-    });
+    }
 }
 
 void NameIndex::addTag(OptionDescription const& record, std::string const& tag) noexcept {
     for (std::size_t name = 0; name < record.m_names.size(); ++name) {
-        forEachSpelling(record, name, [&](Key key) {
+        for (unsigned spelling = 0; spelling < spellingsOf(record); ++spelling) {
+            Key key = keyOf(record, name, spelling != 0);
             key.tag = &tag;
             insert(key);
-        });
+        }
     }
 }
 
 void NameIndex::removeRecord(OptionDescription const& record) noexcept {
     for (std::size_t name = 0; name < record.m_names.size(); ++name) {
-        forEachSpelling(record, name, [&](Key key) {
+        for (unsigned spelling = 0; spelling < spellingsOf(record); ++spelling) {
+            Key key = keyOf(record, name, spelling != 0);
             remove(key);
             for (std::string const& tag : record.m_tags) {
                 key.tag = &tag;
                 remove(key);
             }
-        });
+        }
     }
 }
 
@@ -86,14 +84,13 @@ NameIndex::BestMatch NameIndex::find_best_match(std::string_view typed) {
         return match;
     }
     sortHeads();
-    std::uint64_t const lead = internal::leadOf({}, typed);
+    std::uint64_t const lead = internal::leadOf(typed);
     auto const begin =
-        std::partition_point(m_sorted.begin(), m_sorted.end(), [&](SortedKey const& sorted) {
-            return sorted.lead != lead ? sorted.lead < lead
-                                       : compare(m_keys[sorted.key], typed) < 0;
+        std::partition_point(m_sorted.begin(), m_sorted.end(), [&](Lead const& sorted) {
+            return sorted.lead != lead ? sorted.lead < lead : m_keys[sorted.item].text < typed;
         });
-    auto const fits = [&](SortedKey const& sorted) {
-        return startsWith(m_keys[sorted.key], typed);
+    auto const fits = [&](Lead const& sorted) {
+        return m_keys[sorted.item].text.starts_with(typed);
     };
     if (begin == m_sorted.end() || !fits(*begin)) {
         return match;
@@ -104,8 +101,11 @@ NameIndex::BestMatch NameIndex::find_best_match(std::string_view typed) {
     }
     match.begin = static_cast<std::size_t>(begin - m_sorted.begin());
     match.end = static_cast<std::size_t>(end - m_sorted.begin());
-    match.first = earliestOf(match.begin, match.end);
-    match.isUnique = end - begin == 1 && m_keys[match.first].next == kNone;
+    match.first = begin->item;
+    match.isUnique = end - begin == 1 && isAlone(match.first);
+    if (end - begin > 1) {
+        match.first = earliestOf(match.begin, match.end);
+    }
     return match;
 }
 
@@ -117,10 +117,10 @@ std::uint32_t NameIndex::earliestOf(std::size_t begin, std::size_t end) {
     auto const earlier = [this](std::uint32_t left, std::uint32_t right) {
         return isEarlier(m_keys[left], m_keys[right]) ? left : right;
     };
-    std::uint32_t found = m_sorted[begin].key;
+    std::uint32_t found = m_sorted[begin].item;
     if (end - begin <= kNarrow) {
         for (std::size_t at = begin + 1; at < end; ++at) {
-            found = earlier(found, m_sorted[at].key);
+            found = earlier(found, m_sorted[at].item);
         }
         return found;
     }
@@ -128,7 +128,7 @@ std::uint32_t NameIndex::earliestOf(std::size_t begin, std::size_t end) {
     if (m_earliest.empty()) {
         m_earliest.resize(2 * count);
         for (std::size_t at = 0; at < count; ++at) {
-            m_earliest[count + at] = m_sorted[at].key;
+            m_earliest[count + at] = m_sorted[at].item;
         }
         for (std::size_t at = count - 1; at > 0; --at) {
             m_earliest[at] = earlier(m_earliest[2 * at], m_earliest[2 * at + 1]);
@@ -144,14 +144,6 @@ std::uint32_t NameIndex::earliestOf(std::size_t begin, std::size_t end) {
         }
     }
     return found;
-}
-
-std::string NameIndex::textOf(std::uint32_t key) const {
-    return internal::join({prefixOf(m_keys[key]), nameOf(m_keys[key])});
-}
-
-bool NameIndex::beginsWithNo(std::uint32_t key) const {
-    return startsWith(m_keys[key], kNegation);
 }
 
 bool NameIndex::isOneOption(BestMatch const& match) {
@@ -183,123 +175,69 @@ bool NameIndex::findsNoConflict(Key const& first) const {
 }
 
 std::string NameIndex::listCandidates(BestMatch const& match) const {
-    std::vector<std::uint32_t> candidates;
+    std::vector<Lead> candidates;
     auto const collectChain = [&](std::uint32_t key) {
         for (; key != kNone; key = m_keys[key].next) {
-            candidates.push_back(key);
+            candidates.push_back({placeOf(m_keys[key]), key});
         }
     };
     if (match.isExact) {
         collectChain(match.first);
     }
     for (std::size_t at = match.begin; at < match.end; ++at) {
-        collectChain(m_sorted[at].key);
+        collectChain(m_sorted[at].item);
     }
-    std::sort(candidates.begin(), candidates.end(), [&](std::uint32_t left, std::uint32_t right) {
-        return isEarlier(m_keys[left], m_keys[right]);
-    });
+    internal::sortByLead(candidates, nullptr, nullptr);
     std::string list;
-    for (std::uint32_t const key : candidates) {
-        list += list.empty() ? "'" : ", '";
-        list += prefixOf(m_keys[key]);
-        list += nameOf(m_keys[key]);
-        list += '\'';
+    for (Lead const& candidate : candidates) {
+        internal::append(list, {list.empty() ? "'" : ", '", m_keys[candidate.item].text, "'"});
     }
     return list;
-}
-
-std::string_view NameIndex::prefixOf(Key const& key) {
-    return key.isNegated ? kNegation : std::string_view();
 }
 
 bool NameIndex::hasTag(Key const& key, std::string const* tag) {
     return key.tag == nullptr || tag == nullptr ? key.tag == tag : *key.tag == *tag;
 }
 
-std::uint32_t NameIndex::hashOf(std::string_view prefix, std::string_view name,
-                                std::string const* tag) {
-    std::uint32_t const hash =
-        prefix.empty() ? internal::TextHash::of(name) : internal::TextHash::of(prefix, name);
+std::uint32_t NameIndex::hashOf(std::string_view text, std::string const* tag) {
+    std::uint32_t const hash = internal::TextHash::of(text);
     // Weighted, so that a name and a tag may not change places; an empty tag is not the same as
     // none.
     return tag == nullptr ? hash : hash * 31 + internal::TextHash::of(*tag) + 1;
 }
 
-/// How the text of `key` sorts to `text`: negative, zero or positive.
-int NameIndex::compare(Key const& key, std::string_view text) const {
-    if (key.isNegated) {
-        int const order = kNegation.compare(text.substr(0, kNegation.size()));
-        if (order != 0) {
-            return order;
-        }
-        text.remove_prefix(kNegation.size());
-    }
-    return nameOf(key).compare(text);
+/// Where a key stands among others: by record, then by name, a name before its negation.
+std::uint64_t NameIndex::placeOf(Key const& key) {
+    return std::uint64_t{key.record} << 32 | key.name << 1 | key.isNegated;
 }
 
-bool NameIndex::startsWith(Key const& key, std::string_view text) const {
-    if (key.isNegated) {
-        std::size_t const common = std::min(text.size(), kNegation.size());
-        if (kNegation.substr(0, common) != text.substr(0, common)) {
-            return false;
-        }
-        text.remove_prefix(common);
-    }
-    return nameOf(key).starts_with(text);
-}
-
-bool NameIndex::isBefore(SortedKey const& left, SortedKey const& right) const {
-    if (left.lead != right.lead) {
-        return left.lead < right.lead;
-    }
-    Key const& leftKey = m_keys[left.key];
-    Key const& rightKey = m_keys[right.key];
-    if (leftKey.isNegated && rightKey.isNegated) {
-        return nameOf(leftKey) < nameOf(rightKey);
-    }
-    return rightKey.isNegated ? compare(rightKey, nameOf(leftKey)) > 0
-                              : compare(leftKey, nameOf(rightKey)) < 0;
-}
-
-/// The order of candidates: by record, then by name, a name before its negation.
-bool NameIndex::isEarlier(Key const& left, Key const& right) {
-    auto const order = [](Key const& key) {
-        return std::uint64_t{key.record} << 32 | key.name << 1 | key.isNegated;
-    };
-    return order(left) < order(right);
-}
-
-std::uint32_t NameIndex::findHead(std::string_view text, std::string const* tag) const {
-    return m_heads.find(hashOf({}, text, tag), [&](std::uint32_t candidate) {
-        return hasTag(m_keys[candidate], tag) && compare(m_keys[candidate], text) == 0;
-    });
-}
-
-/// The head of the chain that `wanted`, whose hash is known, is or will be in.
-std::uint32_t NameIndex::findHead(Key const& wanted) const {
-    return m_heads.find(wanted.hash, [&](std::uint32_t candidate) {
+/// The head of the chain of a text and a tag, which have this hash.
+std::uint32_t NameIndex::findHead(std::string_view text, std::string const* tag,
+                                  std::uint32_t hash) const {
+    return m_heads.find(hash, [&](std::uint32_t candidate) {
         Key const& key = m_keys[candidate];
-        bool const hasSameText = key.isNegated == wanted.isNegated ? nameOf(key) == nameOf(wanted)
-                                 : key.isNegated ? compare(key, nameOf(wanted)) == 0
-                                                 : compare(wanted, nameOf(key)) == 0;
-        return hasSameText && hasTag(key, wanted.tag);
+        return key.text == text && hasTag(key, tag);
     });
 }
 
-/// Calls `take` with a key, without a tag, for the name and for its negation if it has one.
-template <class Take>
-void NameIndex::forEachSpelling(OptionDescription const& record, std::size_t name,
-                                Take take) const {
-    Key key{record.m_index, static_cast<std::uint32_t>(name), 0, nullptr, kNone, kNone, 0, 0, 0};
-    take(key);
-    if (record.m_type == mosaic2::vtBool) {
-        key.isNegated = 1;
-        take(key);
-    }
+/// In how many ways each name of a record can be written.
+unsigned NameIndex::spellingsOf(OptionDescription const& record) {
+    return record.m_type == mosaic2::vtBool ? 2 : 1;
+}
+
+/// A key, without a tag, for a name or its negation.
+NameIndex::Key NameIndex::keyOf(OptionDescription const& record, std::size_t name, bool isNegated) {
+    Key key{};
+    key.text = isNegated ? record.m_names.negation(name) : record.m_names[name];
+    key.record = record.m_index;
+    key.name = static_cast<std::uint32_t>(name);
+    key.isNegated = isNegated ? 1 : 0;
+    return key;
 }
 
 void NameIndex::insert(Key key) noexcept {
-    key.hash = hashOf(prefixOf(key), nameOf(key), key.tag);
+    key.hash = hashOf(key.text, key.tag);
+    key.next = kNone;
     std::uint32_t number = m_freeKey;
     if (number != kNone) {
         m_freeKey = m_keys[number].next;
@@ -311,7 +249,7 @@ void NameIndex::insert(Key key) noexcept {
     m_keys[number] = key;
     noteChange();
 
-    std::uint32_t const head = findHead(key);
+    std::uint32_t const head = findHead(key.text, key.tag, key.hash);
     if (head == kNone) {
         m_heads.insert(key.hash, number);
     } else {
@@ -342,8 +280,8 @@ void NameIndex::link(std::uint32_t head, std::uint32_t number) noexcept {
 }
 
 void NameIndex::remove(Key wanted) noexcept {
-    wanted.hash = hashOf(prefixOf(wanted), nameOf(wanted), wanted.tag);
-    std::uint32_t const head = findHead(wanted);
+    wanted.hash = hashOf(wanted.text, wanted.tag);
+    std::uint32_t const head = findHead(wanted.text, wanted.tag, wanted.hash);
     std::uint32_t before = kNone;
     std::uint32_t number = head;
     while (isEarlier(m_keys[number], wanted)) {
@@ -380,30 +318,13 @@ void NameIndex::sortHeads() {
     m_heads.forEach([this](std::uint32_t number) {
         Key const& key = m_keys[number];
         if (key.tag == nullptr) {
-            m_sorted.push_back({internal::leadOf(prefixOf(key), nameOf(key)), number});
+            m_sorted.push_back({internal::leadOf(key.text), number});
         }
     });
-    std::sort(
-        m_sorted.begin(), m_sorted.end(),
-        [this](SortedKey const& left, SortedKey const& right) { return isBefore(left, right); });
-    m_isSorted = true;
-}
-
-bool findOption(std::string_view name, unsigned long& index, NameIndex const& options,
-                std::set<std::string> const& actions) {
-    std::uint32_t const record = options.findRecord(name, actions);
-    if (record == NameIndex::kNone) {
-        return true;
-    }
-    index = record;
-    return false;
-}
-
-bool findOption(std::vector<std::string> const& names, unsigned long& index,
-                NameIndex const& options, std::set<std::string> const& actions) {
-    return std::all_of(names.begin(), names.end(), [&](std::string const& name) {
-        return findOption(name, index, options, actions);
+    internal::sortByLead(m_sorted, [this](std::uint32_t left, std::uint32_t right) {
+        return m_keys[left].text < m_keys[right].text;
     });
+    m_isSorted = true;
 }
 
 }  // namespace varo_3_3

@@ -8,6 +8,7 @@
 
 #include "options/option_description.h"
 #include "platform/hash_index.h"
+#include "platform/lead_sort.h"
 
 namespace varo_3_3 {
 
@@ -18,8 +19,8 @@ namespace varo_3_3 {
 /// and tag form a chain in declaration order, whose head is in a hash table. Heads without a tag
 /// are also in an array sorted by text, for abbreviations.
 ///
-/// How does it stay correct when declarations change? Keys refer to records and their names by
-/// number and hold no text. The registry inserts a record when it is declared, removes it when it
+/// How does it stay correct when declarations change? Keys refer to records by number, and to texts
+/// that the parser keeps. The registry inserts a record when it is declared, removes it when it
 /// is replaced, and passes on every name or tag that a record gets later. Each such change drops
 /// the sorted array; the next abbreviation builds it again.
 class NameIndex {
@@ -76,9 +77,18 @@ public:
         return isMeant ? match.first : kNone;
     }
 
+    /// The first key with just this text, kNone if there is none; and whether it is the only one.
+    /// What an argument means is mostly decided by these two.
+    std::uint32_t findExact(std::string_view typed) const {
+        return typed.empty() ? kNone : findHead(typed, nullptr);
+    }
+    bool isAlone(std::uint32_t key) const { return m_keys[key].next == kNone; }
+
     std::uint32_t recordOf(std::uint32_t key) const { return m_keys[key].record; }
-    std::string textOf(std::uint32_t key) const;
-    bool beginsWithNo(std::uint32_t key) const;
+    std::string_view textOf(std::uint32_t key) const { return m_keys[key].text; }
+    bool beginsWithNo(std::uint32_t key) const {
+        return m_keys[key].text.starts_with(NameList::kNegation);
+    }
     bool isNegated(std::uint32_t key) const { return m_keys[key].isNegated != 0; }
 
     /// Whether several candidates are only one option, declared for different actions: the text of
@@ -91,9 +101,10 @@ public:
 
 private:
     struct Key {
+        std::string_view text;
         std::uint32_t record;
         std::uint32_t name : 31;
-        std::uint32_t isNegated : 1;  // means "no-" + name
+        std::uint32_t isNegated : 1;  // the text is "no-" and the name
         std::string const* tag;       // null: without a tag
         std::uint32_t next;           // in the chain
         std::uint32_t tail;           // of the chain; kept in its head
@@ -104,53 +115,34 @@ private:
         std::uint32_t isOneOption : 1;
     };
 
-    struct SortedKey {
-        std::uint64_t lead;  // the first eight bytes of the text, for comparison as one number
-        std::uint32_t key;
-    };
-
-    std::string_view nameOf(Key const& key) const {
-        return m_records[key.record]->m_names[key.name];
+    static std::uint32_t hashOf(std::string_view text, std::string const* tag);
+    static std::uint64_t placeOf(Key const& key);
+    static bool isEarlier(Key const& left, Key const& right) {
+        return placeOf(left) < placeOf(right);
     }
-    static std::uint32_t hashOf(std::string_view prefix, std::string_view name,
-                                std::string const* tag);
-    int compare(Key const& key, std::string_view text) const;
-    bool startsWith(Key const& key, std::string_view text) const;
-    bool isBefore(SortedKey const& left, SortedKey const& right) const;
-    static bool isEarlier(Key const& left, Key const& right);
-    static std::string_view prefixOf(Key const& key);
     static bool hasTag(Key const& key, std::string const* tag);
-    std::uint32_t findHead(std::string_view text, std::string const* tag) const;
-    std::uint32_t findHead(Key const& wanted) const;
-
-    template <class Take>
-    void forEachSpelling(OptionDescription const& record, std::size_t name, Take take) const;
+    std::uint32_t findHead(std::string_view text, std::string const* tag) const {
+        return findHead(text, tag, hashOf(text, tag));
+    }
+    std::uint32_t findHead(std::string_view text, std::string const* tag, std::uint32_t hash) const;
+    static unsigned spellingsOf(OptionDescription const& record);
+    static Key keyOf(OptionDescription const& record, std::size_t name, bool isNegated);
     void insert(Key key) noexcept;
     void link(std::uint32_t head, std::uint32_t number) noexcept;
     void remove(Key wanted) noexcept;
     void noteChange() noexcept;
-    void sortHeads();
-    std::uint32_t earliestOf(std::size_t begin, std::size_t end);
+    [[gnu::noinline]] void sortHeads();
+    [[gnu::noinline]] std::uint32_t earliestOf(std::size_t begin, std::size_t end);
     bool findsNoConflict(Key const& first) const;
 
     OptionRecords const& m_records;
     std::vector<Key> m_keys;
     std::uint32_t m_freeKey = kNone;  // chain of the removed keys
     internal::HashIndex m_heads;
-    std::vector<SortedKey> m_sorted;
+    std::vector<internal::Lead> m_sorted;   // keys, with the beginnings of their texts
     std::vector<std::uint32_t> m_earliest;  // see earliestOf; empty until it is needed
     bool m_isSorted = false;
     std::uint32_t m_changes : 31 = 0;
 };
-
-/// Looks `name` up among the declarations, in their order: a record matches by one of its names, a
-/// boolean also by "no-" and a name; with `actions` not empty it must have one of them as a tag.
-/// False when one was found, whose number is then stored in `index`; true when the name is free.
-bool findOption(std::string_view name, unsigned long& index, NameIndex const& options,
-                std::set<std::string> const& actions);
-
-/// The same for the first of several names that finds a record.
-bool findOption(std::vector<std::string> const& names, unsigned long& index,
-                NameIndex const& options, std::set<std::string> const& actions);
 
 }  // namespace varo_3_3

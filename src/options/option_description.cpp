@@ -10,18 +10,6 @@
 namespace varo_3_3 {
 namespace {
 
-/// A list for messages: 'a', 'b'.
-template <class Values>
-std::string quoteValues(Values const& values) {
-    std::string list;
-    for (mosaic2::variant_t const& value : values) {
-        list += list.empty() ? "'" : ", '";
-        appendText(list, value);
-        list += '\'';
-    }
-    return list;
-}
-
 std::string textOf(mosaic2::variant_t const& value) {
     std::string text;
     appendText(text, value);
@@ -34,13 +22,13 @@ IOption* OptionDescription::synonym(char const* name) {
     if (name == nullptr) {
         return this;
     }
-    m_names.emplace_back(name);
+    m_names.add(name, *m_textHolder);
     m_stamp = 0;  // the name may lead to another entry
     if (m_owner != nullptr) {
         try {
             m_owner->onNameAdded(*this);
         } catch (...) {
-            m_names.pop_back();
+            m_names.removeLast();
             throw;
         }
     }
@@ -118,14 +106,18 @@ bool OptionDescription::validate(std::string_view text, mosaic2::variant_t& valu
     message.clear();
     value = fromString(text, m_type);
     if (value.m_type == mosaic2::vtNull && hasConversion(m_type)) {
-        message = internal::join({"Option '", firstName(), "' can not parse '", text,
-                                  "' value, requires a type '", getTypeName(), "' here."});
-        return false;
+        return refuseText(text, message);
     }
     if (!m_deprecatedValues.empty() && replaceDeprecated(text, value, message)) {
         return true;
     }
     return m_allowedValues.empty() || isAllowed(value) || complete(text, value, message);
+}
+
+bool OptionDescription::refuseText(std::string_view text, std::string& message) const {
+    message = internal::join({"Option '", firstName(), "' can not parse '", text,
+                              "' value, requires a type '", getTypeName(), "' here."});
+    return false;
 }
 
 OptionDescription::DeprecatedValues::const_iterator OptionDescription::findDeprecated(
@@ -173,23 +165,28 @@ bool OptionDescription::complete(std::string_view text, mosaic2::variant_t& valu
     if (m_type == mosaic2::vtString && !text.empty()) {
         completion = allowedIndex().complete(text);
     }
-    if (completion.value == nullptr) {
-        message = internal::join({"Option '", firstName(), "' does not allow value '", text,
-                                  "'. Possible values follows: ", quoteValues(m_allowedValues)});
-        return false;
-    }
-    if (!completion.isUnique) {
-        std::vector<mosaic2::variant_t> matching;
-        std::copy_if(m_allowedValues.begin(), m_allowedValues.end(), std::back_inserter(matching),
-                     [&](mosaic2::variant_t const& allowed) {
-                         return allowed.can_get<char const*>() && textOf(allowed).starts_with(text);
-                     });
-        message = internal::join({"Ambiguous value for option '", firstName(),
-                                  "'. Possible values follows: ", quoteValues(matching)});
-        return false;
+    if (completion.value == nullptr || !completion.isUnique) {
+        return refuseValue(text, completion.value != nullptr, message);
     }
     value = mosaic2::variant_t(completion.value->get<char const*>());
     return true;
+}
+
+/// Lists what is allowed or, for an ambiguous text, what begins with it.
+bool OptionDescription::refuseValue(std::string_view text, bool isAmbiguous,
+                                    std::string& message) const {
+    message = isAmbiguous
+                  ? internal::join({"Ambiguous value for option '", firstName()})
+                  : internal::join({"Option '", firstName(), "' does not allow value '", text});
+    char const* separator = "'. Possible values follows: '";
+    for (mosaic2::variant_t const& allowed : m_allowedValues) {
+        std::string const possible = textOf(allowed);
+        if (!isAmbiguous || (allowed.can_get<char const*>() && possible.starts_with(text))) {
+            internal::append(message, {separator, possible, "'"});
+            separator = ", '";
+        }
+    }
+    return false;
 }
 
 }  // namespace varo_3_3

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "options/garbage.h"
+#include "options/name_list.h"
 #include "options/value_index.h"
 #include "varo/option.h"
 
@@ -44,9 +45,7 @@ public:
     bool isHidden() const { return m_section == "varo_hidden"; }
 
     /// The primary name, ended by a zero; "" for a record without names.
-    std::string_view firstName() const {
-        return m_names.empty() ? std::string_view("") : std::string_view(m_names.front());
-    }
+    std::string_view firstName() const { return m_names.first(); }
 
     /// Whether every text is accepted as a value and stored as typed.
     bool acceptsAnyText() const {
@@ -73,13 +72,14 @@ public:
     /// The order of help: by primary names, byte by byte.
     bool operator<(OptionDescription const& other) const { return firstName() < other.firstName(); }
 
-    // The members and their order are fixed up to m_textHolder.
+    // The members and their order are fixed up to m_textHolder, which keeps the texts that the
+    // views show, each ended by a zero.
     std::int32_t m_state = 0;  ///< 3 on the placeholder for refused declarations; nothing reads it
-    std::vector<std::string> m_names;
+    NameList m_names;
     std::set<std::string> m_tags;  ///< an action's own names, or the actions of a modifier
-    std::string m_section;
-    std::string m_actions;  ///< the actions of a modifier as they were declared; nothing reads it
-    std::string m_description;
+    std::string_view m_section = "";
+    std::string_view m_actions = "";  ///< those of a modifier as declared; nothing reads it
+    std::string_view m_description = "";
     bool m_isPositional = false;
     bool m_hasDefault = false;
     Kind m_kind = kOption;
@@ -101,10 +101,13 @@ public:
 
 private:
     DeprecatedValues::const_iterator findDeprecated(mosaic2::variant_t const& value) const;
-    bool replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
-                           std::string& message) const;
+    [[gnu::cold]] bool replaceDeprecated(std::string_view text, mosaic2::variant_t& value,
+                                         std::string& message) const;
     ValueIndex const& allowedIndex() const;
+    [[gnu::cold]] bool refuseText(std::string_view text, std::string& message) const;
     bool complete(std::string_view text, mosaic2::variant_t& value, std::string& message) const;
+    [[gnu::cold]] bool refuseValue(std::string_view text, bool isAmbiguous,
+                                   std::string& message) const;
 
     mutable std::unique_ptr<ValueIndex> m_allowedIndex;  // made when it is first needed
 };

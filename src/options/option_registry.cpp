@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <optional>
 
 #include "options/split_list.h"
 #include "platform/reserve_more.h"
@@ -11,18 +12,23 @@ namespace varo_3_3 {
 
 namespace {
 
-/// Whether a declaration may have these names: up to three, the third of at most two characters.
-bool areWellFormed(std::vector<std::string> const& names) {
-    return names.size() < 3 || (names.size() == 3 && names[2].size() <= 2);
+/// Why a declaration may not have these names: up to three, the third of at most two characters.
+std::optional<Refusals::Reason> judgeNames(std::string_view names) {
+    std::size_t const count = internal::countElements(names);
+    if (count > 3) {
+        return Refusals::Reason::kTooManyNames;
+    }
+    bool const isLong = count == 3 && names.size() - names.rfind(',') - 1 > 2;
+    return isLong ? std::optional(Refusals::Reason::kLongThirdName) : std::nullopt;
 }
 
 }  // namespace
 
-/// A help section as a declaration names it, ready to be stored without failing.
+/// A help section as a declaration names it, ready to be stored without failing: its texts are
+/// kept.
 struct RegisteredOptionStorage::SectionChange {
     std::string_view name;
-    std::string text;
-    std::string newName;   // only of a section that is new
+    std::string_view text;
     std::uint32_t number;  // of the section with that name, or kNone
 };
 
@@ -93,35 +99,31 @@ void RegisteredOptionStorage::onPositionalSet(OptionDescription const& record) n
 IOption* RegisteredOptionStorage::declare(char const* names, char const* actions,
                                           char const* description, bool isAction,
                                           mosaic2::das_variant_type_t type, char const* section) {
-    SectionChange sectionChange = prepareSection(section != nullptr ? section : "");
-    auto record = std::make_unique<OptionDescription>();
-    if (names != nullptr) {
-        record->m_names.reserve(internal::countElements(names));
-        internal::splitList(names,
-                            [&](std::string_view name) { record->m_names.emplace_back(name); });
-    }
-    if (names == nullptr || !areWellFormed(record->m_names)) {
+    SectionChange const sectionChange = prepareSection(section != nullptr ? section : "");
+    auto const unfit = names != nullptr ? judgeNames(names) : Refusals::Reason::kNoNames;
+    if (unfit) {
         commit(sectionChange);
-        using enum Refusals::Reason;
-        return refuse(names, names == nullptr             ? kNoNames
-                             : record->m_names.size() > 3 ? kTooManyNames
-                                                          : kLongThirdName);
+        return refuse(names, *unfit);
     }
+    auto record = std::make_unique<OptionDescription>();
     if (actions != nullptr) {
         record->tag(actions);
-        record->m_actions = actions;
     }
-    unsigned long index = 0;
-    bool const isFree = findOption(record->m_names, index, m_names, record->m_tags);
+    std::uint32_t const holder = findOption(names, record->m_tags);
+    bool const isFree = holder == NameIndex::kNone;
     if (!isFree && !m_replace) {
         internal::varoLog("Tried to register an option with a name, which is alread registered: ",
                           names);
         commit(sectionChange);
-        return refuse(names, Refusals::Reason::kNameTaken, static_cast<std::uint32_t>(index));
+        return refuse(names, Refusals::Reason::kNameTaken, holder);
     }
-    record->m_section = std::string(sectionChange.name);
+    internal::splitList(names,
+                        [&](std::string_view name) { record->m_names.add(name, *m_textHolder); });
+    if (actions != nullptr) {
+        record->m_actions = keep(actions);
+    }
     if (description != nullptr) {
-        record->m_description = std::string(description);  // copies once; assign() would grow it
+        record->m_description = keep(description);
     }
     record->m_kind = isAction ? OptionDescription::kAction : OptionDescription::kOption;
     record->m_type = type;
@@ -131,14 +133,30 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     }
     record->tokenize(m_defaultTokenizer);
 
-    internal::reserveMore(m_records, 1, 16);
+    internal::reserveMore(m_records, 1, 32);
     if (m_users > 0) {
         internal::reserveMore(m_retired, 1);
     }
     m_names.reserveMore(*record, record->m_names.size(), record->m_tags.size());
-    commit(sectionChange);
+    record->m_section = commit(sectionChange);
     record->m_owner = this;
-    return isFree ? append(std::move(record)) : replace(index, std::move(record));
+    return isFree ? append(std::move(record)) : replace(holder, std::move(record));
+}
+
+/// The first declaration that takes the first of these names that any takes.
+std::uint32_t RegisteredOptionStorage::findOption(std::string_view names,
+                                                  std::set<std::string> const& tags) const {
+    std::uint32_t holder = NameIndex::kNone;
+    internal::splitList(names, [&](std::string_view name) {
+        if (holder == NameIndex::kNone) {
+            holder = m_names.findRecord(name, tags);
+        }
+    });
+    return holder;
+}
+
+std::string_view RegisteredOptionStorage::keep(std::string_view text) {
+    return {m_textHolder->keep(text), text.size()};
 }
 
 IOption* RegisteredOptionStorage::refuse(char const* names, Refusals::Reason reason,
@@ -158,24 +176,27 @@ RegisteredOptionStorage::SectionChange RegisteredOptionStorage::prepareSection(
     std::string_view const name = section.substr(0, colon);
     std::string_view const text = section.substr(std::min(colon + 1, section.size()));
     bool const isLast = !m_sections.empty() && m_sections[m_lastSection].first == name;
-    SectionChange change{name, std::string(text), {}, isLast ? m_lastSection : sectionNumber(name)};
-    if (change.number == internal::HashIndex::kNone) {
-        change.newName = name;
-        internal::reserveMore(m_sections, 1);
+    std::uint32_t const number = isLast ? m_lastSection : sectionNumber(name);
+    if (number == internal::HashIndex::kNone) {
+        internal::reserveMore(m_sections, 1, 8);
         m_sectionIndex.reserveMore(1);
+        return {keep(name), keep(text), number};
     }
-    return change;
+    auto const& [heldName, heldText] = m_sections[number];
+    return {heldName, text == heldText ? heldText : keep(text), number};
 }
 
-void RegisteredOptionStorage::commit(SectionChange& change) noexcept {
+/// Stores the section, and answers its name.
+std::string_view RegisteredOptionStorage::commit(SectionChange const& change) noexcept {
+    m_lastSection = change.number;
     if (change.number != internal::HashIndex::kNone) {
-        m_lastSection = change.number;
-        m_sections[m_lastSection].second = std::move(change.text);
-        return;
+        m_sections[m_lastSection].second = change.text;
+    } else {
+        m_lastSection = static_cast<std::uint32_t>(m_sections.size());
+        m_sectionIndex.insert(internal::TextHash::of(change.name), m_lastSection);
+        m_sections.emplace_back(change.name, change.text);
     }
-    m_lastSection = static_cast<std::uint32_t>(m_sections.size());
-    m_sectionIndex.insert(internal::TextHash::of(change.newName), m_lastSection);
-    m_sections.emplace_back(std::move(change.newName), std::move(change.text));
+    return change.name;
 }
 
 IOption* RegisteredOptionStorage::append(std::unique_ptr<OptionDescription> record) noexcept {

@@ -16,8 +16,9 @@ namespace varo_3_3 {
 /// the parser. A declaration either takes effect as a whole or not at all.
 class RegisteredOptionStorage {
 public:
-    /// Sections as (name, text), in the order they first appeared.
-    using Sections = std::vector<std::pair<std::string, std::string>>;
+    /// Sections as (name, text), in the order they first appeared. The texts are held as those of
+    /// the records are.
+    using Sections = std::vector<std::pair<std::string_view, std::string_view>>;
 
     /// `textHolder` is passed on to the records and must outlive them.
     explicit RegisteredOptionStorage(Garbage* textHolder);
@@ -88,7 +89,9 @@ private:
                                   std::uint32_t holder = 0) noexcept;
     IOption* placeholder() noexcept;
     SectionChange prepareSection(std::string_view section);
-    void commit(SectionChange& change) noexcept;
+    [[gnu::noinline]] std::string_view commit(SectionChange const& change) noexcept;
+    std::string_view keep(std::string_view text);
+    std::uint32_t findOption(std::string_view names, std::set<std::string> const& tags) const;
     IOption* append(std::unique_ptr<OptionDescription> record) noexcept;
     [[gnu::cold]] IOption* replace(unsigned long index,
                                    std::unique_ptr<OptionDescription> record) noexcept;

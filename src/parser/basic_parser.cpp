@@ -9,7 +9,8 @@
 
 namespace varo_3_3 {
 
-BasicParser::BasicParser(int flags) : m_registry(&m_garbage), m_flags(flags) {
+BasicParser::BasicParser(int flags)
+    : m_registry(&m_garbage), m_garbage(m_firstTexts, sizeof(m_firstTexts)), m_flags(flags) {
     // The texts for what has no text of its own must fit in when no memory is left.
     m_lastError.reserve(std::string_view(kUnidentifiedProblemText).size());
     if ((flags & kKeepCommas) != 0) {

@@ -124,6 +124,7 @@ private:
 
     HeldViews m_views{nullptr, nullptr};
     std::unique_ptr<Failure> m_failure;  // of the last parse; null after success
+    char m_firstTexts[1024];             // those of a small tool need no other memory
 };
 
 /// The parser behind the interface; null for null and for another implementation of IParser.

@@ -69,7 +69,7 @@ void OptionFiles::store(OptionDescription const& option, OptionData const& data)
 
 /// Whether this is the option for option files, by any of its names.
 bool OptionFiles::namesFiles(OptionDescription const& option) {
-    std::vector<std::string> const& names = option.m_names;
+    NameList const& names = option.m_names;
     return std::find(names.begin(), names.end(), kOptionFileName) != names.end();
 }
 

@@ -17,19 +17,6 @@ public:
         return hash.value();
     }
 
-    /// The hash of prefix + text, without joining them; the prefix has at most seven bytes.
-    static std::uint32_t of(std::string_view prefix, std::string_view text) {
-        TextHash hash(prefix.size() + text.size());
-        std::uint64_t word = prefix.empty() ? 0 : loadPart(prefix.data(), prefix.size());
-        std::size_t taken = 0;
-        for (std::size_t at = prefix.size(); at < 8 && taken < text.size(); ++at) {
-            word |= std::uint64_t{static_cast<unsigned char>(text[taken++])} << 8 * at;
-        }
-        hash.mix(word);
-        hash.mixAll(text.data() + taken, text.size() - taken);
-        return hash.value();
-    }
-
 private:
     static constexpr std::uint64_t kMultiplier = 0x9E3779B97F4A7C15;  // 2^64 / golden ratio
 
@@ -81,13 +68,15 @@ class HashIndex {
 public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
+    HashIndex() noexcept;
+    HashIndex(HashIndex const&) = delete;
+    HashIndex& operator=(HashIndex const&) = delete;
+
     /// The first item with this hash that `isWanted(item)` accepts, or kNone.
     template <class Predicate>
     std::uint32_t find(std::uint32_t hash, Predicate isWanted) const {
-        Slot const* const slots = this->slots();
-        std::size_t const mask = this->mask();
-        for (std::size_t at = hash & mask;; at = (at + 1) & mask) {
-            Slot const& slot = slots[at];
+        for (std::size_t at = hash & m_mask;; at = (at + 1) & m_mask) {
+            Slot const& slot = m_slots[at];
             if (slot.item == kNone || (slot.hash == hash && isWanted(slot.item))) {
                 return slot.item;
             }
@@ -96,9 +85,9 @@ public:
 
     template <class Visit>
     void forEach(Visit visit) const {
-        for (std::size_t at = 0; at <= mask(); ++at) {
-            if (slots()[at].item != kNone) {
-                visit(slots()[at].item);
+        for (std::size_t at = 0; at <= m_mask; ++at) {
+            if (m_slots[at].item != kNone) {
+                visit(m_slots[at].item);
             }
         }
     }
@@ -106,80 +95,39 @@ public:
     /// Makes room for `count` more items. On std::bad_alloc nothing has changed.
     void reserveMore(std::size_t count) {
         std::size_t const needed = 2 * (m_used + count);  // half full: 1.5 steps a search
-        if (needed > mask() + 1) {
+        if (needed > m_mask + 1) {
             grow(needed);
         }
     }
 
     /// Requires room made with reserveMore.
-    void insert(std::uint32_t hash, std::uint32_t item) noexcept {
-        std::size_t at = hash & mask();
-        while (slots()[at].item != kNone) {
-            at = (at + 1) & mask();
-        }
-        slots()[at] = {hash, item};
-        ++m_used;
-    }
+    void insert(std::uint32_t hash, std::uint32_t item) noexcept;
 
     /// Replaces `old`, which is in the table under this hash, with `item`.
     void replace(std::uint32_t hash, std::uint32_t old, std::uint32_t item) noexcept {
-        slots()[slotOf(hash, old)].item = item;
+        m_slots[slotOf(hash, old)].item = item;
     }
 
     /// Removes `item`, which is in the table under this hash, and closes the gap.
-    void erase(std::uint32_t hash, std::uint32_t item) noexcept {
-        std::size_t gap = slotOf(hash, item);
-        for (std::size_t at = (gap + 1) & mask(); slots()[at].item != kNone;
-             at = (at + 1) & mask()) {
-            std::size_t const home = slots()[at].hash & mask();
-            if (((at - home) & mask()) >= ((at - gap) & mask())) {
-                slots()[gap] = slots()[at];
-                gap = at;
-            }
-        }
-        slots()[gap].item = kNone;
-        --m_used;
-    }
+    void erase(std::uint32_t hash, std::uint32_t item) noexcept;
 
 private:
     struct Slot {
-        std::uint32_t hash = 0;
-        std::uint32_t item = kNone;
+        std::uint32_t hash;
+        std::uint32_t item;
     };
 
     static constexpr std::size_t kSmall = 32;
 
-    Slot const* slots() const { return m_large.empty() ? m_small : m_large.data(); }
-    Slot* slots() { return m_large.empty() ? m_small : m_large.data(); }
-    std::size_t mask() const { return m_large.empty() ? kSmall - 1 : m_large.size() - 1; }
-
-    std::size_t slotOf(std::uint32_t hash, std::uint32_t item) const {
-        std::size_t at = hash & mask();
-        while (slots()[at].item != item) {
-            at = (at + 1) & mask();
-        }
-        return at;
-    }
-
-    void grow(std::size_t needed) {
-        std::size_t size = 4 * kSmall;
-        while (size < needed) {
-            size *= 2;
-        }
-        HashIndex larger;
-        larger.m_large.resize(size);
-        for (std::size_t at = 0; at <= mask(); ++at) {
-            if (slots()[at].item != kNone) {
-                larger.insert(slots()[at].hash, slots()[at].item);
-            }
-        }
-        m_large.swap(larger.m_large);
-    }
+    std::size_t slotOf(std::uint32_t hash, std::uint32_t item) const noexcept;
+    void grow(std::size_t needed);
 
     // A power of two of them, of which at most half are used. The first 16 items need no memory:
     // that saves an ordinary parse two allocations.
     Slot m_small[kSmall];
     std::vector<Slot> m_large;  // in the place of those, or none
+    Slot* m_slots = m_small;    // of the two those in use
+    std::size_t m_mask = kSmall - 1;
     std::size_t m_used = 0;
 };
 

@@ -9,10 +9,14 @@ std::string join(std::initializer_list<std::string_view> parts) {
     }
     std::string text;
     text.reserve(size);
+    append(text, parts);
+    return text;
+}
+
+void append(std::string& text, std::initializer_list<std::string_view> parts) {
     for (std::string_view const part : parts) {
         text += part;
     }
-    return text;
 }
 
 }  // namespace varo_3_3::internal

@@ -22,23 +22,25 @@ result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStora
     }
     std::string_view const typedName = split(args[0]).name;
     NameIndex& names = options.names();
-    NameIndex::BestMatch const match = names.find_best_match(typedName);
-    if (match.first == NameIndex::kNone) {
-        return kNotTaken;
+    std::uint32_t key = names.findExact(typedName);
+    if (key == NameIndex::kNone || !names.isAlone(key)) {
+        NameIndex::BestMatch const match = names.find_best_match(typedName);
+        key = match.first;
+        if (key == NameIndex::kNone) {
+            return kNotTaken;
+        }
+        if (!match.isUnique && !names.isOneOption(match)) {
+            m_candidates = names.listCandidates(match);
+            trace(": failed to get best match for '", typedName, "' in argument '", args[0],
+                  "':Ambiguous option, possible options are: ", m_candidates);
+            return kTaken;  // parse reports it
+        }
     }
-    if (!match.isUnique && !names.isOneOption(match)) {
-        m_candidates = names.listCandidates(match);
-        trace(": failed to get best match for '", typedName, "' in argument '", args[0],
-              "':Ambiguous option, possible options are: ", m_candidates);
-        return kTaken;  // parse reports it
-    }
-    if (isTraced()) {
-        trace(": best match option for '", typedName, "' in argument '", args[0], "' is '",
-              names.textOf(match.first), "'");
-    }
-    m_optionIndex = names.recordOf(match.first);
-    m_isNegated = options.records()[m_optionIndex]->m_type == mosaic2::vtBool &&
-                  names.beginsWithNo(match.first);
+    trace(": best match option for '", typedName, "' in argument '", args[0], "' is '",
+          names.textOf(key), "'");
+    m_optionIndex = names.recordOf(key);
+    m_isNegated =
+        options.records()[m_optionIndex]->m_type == mosaic2::vtBool && names.beginsWithNo(key);
     return kTaken;
 }
 

@@ -229,7 +229,7 @@ void ParseResult::meet(OptionDescription const& option, std::uint32_t number) {
 }
 
 std::uint32_t ParseResult::findEntryOf(OptionDescription const& option) const {
-    for (std::string const& name : option.m_names) {
+    for (std::string_view const name : option.m_names) {
         std::uint32_t const number = findKey(name, internal::TextHash::of(name));
         if (number != HashIndex::kNone) {
             return number;
@@ -246,7 +246,7 @@ void ParseResult::addAliases(OptionDescription const& option, std::string_view k
     std::size_t const oldSize = m_aliases.size();
     m_aliasIndex.reserveMore(oldSize - m_indexed + option.m_names.size());
     try {
-        for (std::string const& name : option.m_names) {
+        for (std::string_view const name : option.m_names) {
             // Of a new entry the aliases are looked at when somebody asks for one.
             if (name != key &&
                 (isNew || findAlias(name, internal::TextHash::of(name)) == HashIndex::kNone)) {

@@ -49,12 +49,12 @@ enum das_variant_type_t : std::int32_t {
 };
 
 /// Compares two texts by bytes (wide ones by code units): negative, zero or positive as `left`
-/// sorts before, equal to or after `right`. Null counts as the empty text.
+/// sorts before, equal to or after `right`. Null is the same as the empty text.
 VARO_EXPORT int string_compare(char const* left, char const* right);
 VARO_EXPORT int string_compare(wchar_t const* left, wchar_t const* right);
 
 /// Orders the payloads of two vtObject blocks by the addresses of the objects that they begin with:
-/// negative, zero or positive. A null payload counts as one without an object.
+/// negative, zero or positive. A null payload is the same as one without an object.
 VARO_EXPORT int notype_ptr_compare(void const* left, void const* right);
 
 namespace internal {
@@ -63,7 +63,7 @@ namespace internal {
 VARO_EXPORT int sync_inc(int* count);
 VARO_EXPORT int sync_dec(int* count);
 
-/// Throws std::bad_alloc, also for programs that are compiled without exceptions.
+/// Throws std::bad_alloc, even in programs that are compiled without exceptions.
 [[noreturn]] VARO_EXPORT void throw_bad_alloc();
 
 }  // namespace internal
@@ -237,8 +237,8 @@ private:
         return reinterpret_cast<data_header_t*>(static_cast<char*>(data) - sizeof(data_header_t));
     }
 
-    /// Whether this is a string without any text, not even the zero that ends one: a null text is
-    /// counted so, and programs other than this library may allocate nothing after the header.
+    /// Whether this is a string without any bytes, not even the terminating zero: a null text, for
+    /// which programs other than this library may allocate nothing after the header.
     bool has_no_text(das_variant_type_t owned) const noexcept {
         return m_type == owned && m_value.m_data != nullptr &&
                header_of(m_value.m_data)->m_size == 0;

@@ -8,16 +8,16 @@
 
 namespace varo_3_3 {
 
-/// Takes what a ValueSource offers. Made by the library, for one call; programs only call it, so
+/// Takes what a ValueSource offers. Created by the library, for one call; programs only call it, so
 /// operations may be added at its end. Texts are copied. Since 3.3.1.
 class VARO_EXPORT ValueOffers {
 public:
-    /// Offers a value with its description, which may be null. Left out are null, "", what does not
-    /// begin with the typed text, what a parse would refuse or call deprecated, and what has
-    /// control characters. May throw std::bad_alloc, which the source lets pass.
+    /// Offers a value with its description, which may be null. A value is left out when it is null
+    /// or "", does not begin with the typed text, would be refused or called deprecated by a parse,
+    /// or has control characters. May throw std::bad_alloc, which the source must let through.
     virtual void value(char const* text, char const* description) = 0;
 
-    /// Has the shell offer files, or directories alone. Files win when both are called.
+    /// Has the shell offer files, or only directories. Files win when both are called.
     virtual void files() = 0;
     virtual void directories() = 0;
 
@@ -32,9 +32,8 @@ class VARO_EXPORT ValueSource {
 public:
     /// Offers values of the option with the primary name `name`; `typed` is what was typed so far
     /// of the value, or of its last piece where values are split. Called for every option with
-    /// values. Allowed values are offered as well; files, which otherwise are offered for option
-    /// files and positional strings, only if nothing is called here. A source that throws has
-    /// nothing offered.
+    /// values. Allowed values are offered as well; for option files and positional strings, files
+    /// are too if nothing is called here. When a source throws, nothing is offered.
     virtual void offer(char const* name, char const* typed, ValueOffers& offers) = 0;
 
 protected:
@@ -42,28 +41,28 @@ protected:
 };
 
 /// What to write to standard output for a shell that asks what may be typed next, with argv[1]
-/// "varooption=complete", or for who asks for the script that makes a shell ask,
+/// "varooption=complete", or for a user who wants the script that makes a shell ask,
 /// "varooption=script SHELL NAME". Shells are bash, zsh and fish; docs/completion.md describes the
-/// protocol. No file is read and nothing but the declarations and `source`, which may be null, is
-/// asked. The text lives as long as the parser; nothing is thrown, no event sent, no position
+/// protocol. No file is read, and only the declarations and `source`, which may be null, are
+/// consulted. The text lives as long as the parser; nothing is thrown, no event sent, no position
 /// taken.
 ///
-/// Null, and not "", when argv[1] is neither, so that the program goes on as ever. "" when the
-/// parser is null or not of this library, memory is short, the question is cut short, the shell
-/// unknown, or NAME has other characters than letters of ASCII, digits and "-_.+" or begins with
-/// "-". Since 3.3.1.
+/// Null, and not "", when argv[1] is neither, so that the program goes on as usual. "" when the
+/// parser is null or not of this library, memory runs out, the question is incomplete, the shell is
+/// unknown, or NAME begins with "-" or has characters other than ASCII letters, digits and "-_.+".
+/// Since 3.3.1.
 VARO_EXPORT char const* completion(IParser* parser, int argc, char const* const* argv,
                                    ValueSource* source);
 
-/// Answers a shell that completes a command line of this program (see completion), in one line
-/// after the declarations and before anything else:
+/// Answers a shell that completes a command line of this program (see completion). Call it after
+/// the declarations and before anything else:
 ///
 ///     if (auto status = varo::answerShell(parser, argc, argv)) {
 ///         return *status;
 ///     }
 ///
-/// Nothing when no shell asks. Else the exit status: 0 after the answer was written to standard
-/// output, 2 when there is none to give or it could not be written. Since 3.3.1.
+/// Returns nothing when no shell asks; else the exit status: 0 after the answer was written to
+/// standard output, 2 when there is no answer or it could not be written. Since 3.3.1.
 inline std::optional<int> answerShell(Parser const& parser, int argc, char const* const* argv,
                                       ValueSource* source = nullptr) {
     char const* const answer = completion(parser.interface(), argc, argv, source);

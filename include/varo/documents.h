@@ -10,12 +10,12 @@
 
 namespace varo_3_3 {
 
-/// What can be written from the declarations alone. A generator of a host's own needs nothing but
-/// nextDeclaration; the ones below are written on it too.
+/// What can be written from the declarations alone. A host's own generator needs nothing but
+/// nextDeclaration; those below are built on it too.
 ///
-/// All of these are functions beside the interface, since 3.3.1. They take a parser of this library
-/// and answer null or "" for null and for another implementation of IParser. None throws, sends an
-/// event, writes a trace or changes the text of getErrorDesc().
+/// All of these are functions outside the interface, since 3.3.1. They take a parser of this
+/// library and return null or "" for null and for another implementation of IParser. None throws,
+/// sends an event, writes a trace or changes the text of getErrorDesc().
 ///
 ///     varo::Declaration const* declaration = nullptr;
 ///     while ((declaration = varo::nextDeclaration(parser, declaration)) != nullptr) {
@@ -32,7 +32,7 @@ enum DeclarationKind : int {
 /// A value in a declaration.
 struct DeclaredValue {
     char const* text;                 ///< as help and messages show it; never null
-    mosaic2::variant_t const* value;  ///< null for a default that is not there
+    mosaic2::variant_t const* value;  ///< null when there is no default
 };
 
 /// A value that is still accepted, and the one that is stored in its place.
@@ -41,13 +41,12 @@ struct ReplacedValue {
     DeclaredValue replacement;
 };
 
-/// One declaration. Texts are never null and an array without elements may be null; all of it is
-/// the parser's. The structure stays where it is until the parser is destroyed. Its members, with
-/// what they point to, are good until its option is refined or replaced, and the next walk brings
-/// them up to date.
+/// One declaration. Texts are never null; an empty array may be. The parser owns all of it. The
+/// structure stays in place until the parser is destroyed. Its members, and what they point to, are
+/// valid until its option is refined or replaced, and the next walk updates them.
 struct Declaration {
-    /// sizeof(Declaration) in the library that filled it: later ones add members at the end, and
-    /// one that lies beyond the size is not there.
+    /// sizeof(Declaration) in the library that filled it: later ones add members at the end, and a
+    /// member beyond the size is not there.
     int size;
     int index;  ///< from 0, in the order of the declarations
     int kind;   ///< a DeclarationKind
@@ -56,31 +55,31 @@ struct Declaration {
     int actionCount;
     int allowedCount;
     int deprecatedCount;
-    int sectionNumber;  ///< equal for one section, and ascending in the order of help
+    int sectionNumber;  ///< the same throughout a section, and ascending in the order of help
     int separator;      ///< the byte that splits a value into several, 0 to 255; 0 for none
-    int isPositional;   ///< takes plain arguments; of several the first one takes them all
+    int isPositional;   ///< takes what no dashed option takes; of several, the first takes it all
     int isHidden;       ///< shown in the hidden help only
     int readsFiles;     ///< its values name option files
     int reserved;       ///< 0
 
     char const* const* names;  ///< nameCount of them, the primary one first, without dashes
-    /// actionCount of them, in byte order: the actions that a modifier fits; the names by which
-    /// modifiers may ask for an action. A modifier fits an action when they share one.
+    /// actionCount of them, in byte order: for a modifier, the actions that it fits; for an action,
+    /// the names by which modifiers may refer to it. A modifier fits an action when they share one.
     char const* const* actions;
     char const* description;
-    char const* typeName;     ///< "integer"; "" for a switch and for what takes no value
+    char const* typeName;     ///< "integer"; "" for a boolean and for what takes no value
     char const* section;      ///< its name
-    char const* sectionText;  ///< what stands below its name
+    char const* sectionText;  ///< what is shown below its name
     DeclaredValue defaultValue;
     DeclaredValue const* allowed;     ///< none: every value of the type
     ReplacedValue const* deprecated;  ///< each deprecated value once
 };
 
-/// The declaration after `previous`, which this parser gave; the first one for null; null after the
-/// last one. Beginning a walk costs time and memory linear in the declarations, every step a
-/// constant. What is declared during a walk is part of the next one. Walks may be nested. Null for
-/// a first one means that nothing is declared or that memory ran out: a walk that has begun comes
-/// to its end.
+/// The declaration after `previous`, which this parser returned; the first one for null; null after
+/// the last one. Starting a walk takes time and memory linear in the number of declarations; each
+/// step takes constant time. What is declared during a walk is part of the next one. Walks may be
+/// nested. Null instead of the first one means that nothing is declared or that memory ran out: a
+/// walk that has started always reaches the end.
 VARO_EXPORT Declaration const* nextDeclaration(IParser* parser, Declaration const* previous);
 
 /// Actions that may be given together: all of them or any of them.
@@ -92,23 +91,25 @@ struct ActionGroup {
     char const* const* actions;  ///< primary names in byte order; not all need be declared
 };
 
-/// As nextDeclaration, for the groups. Each lives as long as the parser and never changes.
+/// Like nextDeclaration, for the groups of actions. Each lives as long as the parser and never
+/// changes.
 VARO_EXPORT ActionGroup const* nextActionGroup(IParser* parser, ActionGroup const* previous);
 
-/// The flags that the parser was created with; -1 for a parser of another kind and for null.
+/// The flags that the parser was created with; -1 for null and for another implementation of
+/// IParser.
 VARO_EXPORT int creationFlags(IParser* parser);
 
 /// The command line as JSON, for other programs and for comparing one version of a program with the
-/// next (varo-clidiff does that): the declarations in their order with all that decides what a line
-/// means, the creation flags, the groups of actions, and the shortest beginning of each name that
-/// means its declaration. docs/json.md describes it; its member "version" counts the changes that a
-/// reader must know of. Always valid JSON and UTF-8: a text that is not UTF-8 comes with its bytes
-/// in hexadecimal. The same declarations give the same text. "" when memory runs out.
+/// next (varo-clidiff does that): the declarations in order with all that decides what a line
+/// means, the creation flags, the groups of actions, and the shortest abbreviation of each name.
+/// docs/json.md describes it; its member "version" counts the changes that a reader must know
+/// about. Always valid JSON and UTF-8: a text that is not UTF-8 comes with its bytes in
+/// hexadecimal. The same declarations give the same text. "" when memory runs out.
 VARO_EXPORT char const* describeJson(IParser* parser);
 
-/// What a program says of itself. Texts are read during the call only, and null counts as "". In
-/// the longer ones a line feed ends a line, an empty line a paragraph, and lines that begin with a
-/// blank stand as they are.
+/// What a program says about itself. Texts are read during the call only, and null is the same as
+/// "". In the longer ones a line feed ends a line, an empty line ends a paragraph, and lines that
+/// begin with a blank are kept as they are.
 ///
 ///     varo::Manual about;
 ///     about.name = "dirstat";
@@ -121,7 +122,7 @@ struct Manual {
     char const* summary = nullptr;      ///< required: what it does, one line without a full stop
     char const* date = nullptr;         ///< required: of the text, as year-month-day
     char const* version = nullptr;      ///< of the program
-    char const* synopsis = nullptr;     ///< ""; a line for each action is made
+    char const* synopsis = nullptr;     ///< "": a line for each action is made
     char const* description = nullptr;  ///< what the program does, longer than the summary
     char const* exitStatus = nullptr;   ///< what the program's exit status means
     char const* files = nullptr;        ///< which files the program reads and writes
@@ -137,8 +138,8 @@ enum ManualForm : int {
 /// The program's manual: the synopsis, the actions, the modifiers of each, the options by section,
 /// and the texts of `about`. Hidden declarations are left out. What is not UTF-8, and control
 /// characters, become the replacement character. The text lives as long as the parser. It is "",
-/// and nothing has changed, when a required text is missing, when the date is none or `form` or the
-/// section unknown, and when memory runs out.
+/// and nothing changes, when a required text is missing, the date is malformed, `form` or the
+/// section is unknown, or memory runs out.
 VARO_EXPORT char const* manual(IParser* parser, Manual const* about, int form);
 
 /// Which help helpText writes and how.
@@ -146,28 +147,28 @@ struct HelpLayout {
     int size = sizeof(HelpLayout);  ///< lets the library know which members are there
     int columns = 0;   ///< of the terminal, at least 20; 0: as many as standard output has, or 80
     int hidden = 0;    ///< not 0: only what is hidden, instead of all else
-    int emphasis = 0;  ///< not 0: headings and names between the terminal's sequences for bold
+    int emphasis = 0;  ///< not 0: headings and names in bold, by the terminal's sequences
     char const* topic = nullptr;    ///< an action or another declaration; null: all
-    char const* program = nullptr;  ///< its name, for the usage lines; null: they begin without
+    char const* program = nullptr;  ///< its name, for the usage lines; null: left out there
 };
 
-/// The help as a terminal of so many columns shows it: usage lines, the actions, the modifiers of
-/// each, the options by section. An action as the topic gives its own usage line and what fits it,
-/// another name the declarations of that name. No line is wider than `columns` - 1, counted as
-/// terminals do: wide characters 2, combining ones 0. Texts become printable as in manual(). A null
-/// `layout` counts as a default one. The text lives as long as the parser; "" when there is nothing
-/// to show, or no memory.
+/// The help for a terminal with this many columns: usage lines, the actions, the modifiers of each,
+/// the options by section. For an action as the topic, its usage line and what fits it; for another
+/// name, the declarations of that name. No line is wider than `columns` - 1, counted as terminals
+/// do: wide characters 2, combining ones 0. Texts become printable as in manual(). A null `layout`
+/// is the same as a default one. The text lives as long as the parser; "" when there is nothing to
+/// show, or memory runs out.
 VARO_EXPORT char const* helpText(IParser* parser, HelpLayout const* layout);
 
-/// Answers "TOOL varooption=manual man" and "TOOL varooption=manual markdown", the way in which
-/// packages get the manual, on standard output:
+/// Answers "TOOL varooption=manual man" and "TOOL varooption=manual markdown", by which packages
+/// get the manual, on standard output:
 ///
 ///     if (auto status = varo::answerManual(parser, &about, argc, argv)) {
 ///         return *status;
 ///     }
 ///
-/// Nothing when the command line asks for no manual. Else the exit status: 0, or 2 without output
-/// when the form is unknown, there is no manual, or it could not be written.
+/// Returns nothing when the command line asks for no manual; else the exit status: 0, or 2 without
+/// output when the form is unknown, there is no manual, or it could not be written.
 inline std::optional<int> answerManual(IParser* parser, Manual const* about, int argc,
                                        char const* const* argv) {
     if (argc < 2 || std::strcmp(argv[1], "varooption=manual") != 0) {
@@ -182,15 +183,14 @@ inline std::optional<int> answerManual(IParser* parser, Manual const* about, int
     return *text != '\0' && isWritten ? 0 : 2;
 }
 
-/// Answers "TOOL varooption=json", the way in which a build gets the description, on standard
-/// output:
+/// Answers "TOOL varooption=json", by which a build gets the description, on standard output:
 ///
 ///     if (auto status = varo::answerJson(parser, argc, argv)) {
 ///         return *status;
 ///     }
 ///
-/// Nothing when the command line does not ask for it. Else the exit status: 0, or 2 when there is
-/// no description or it could not be written.
+/// Returns nothing when the command line does not ask for it; else the exit status: 0, or 2 when
+/// there is no description or it could not be written.
 inline std::optional<int> answerJson(IParser* parser, int argc, char const* const* argv) {
     if (argc != 2 || std::strcmp(argv[1], "varooption=json") != 0) {
         return std::nullopt;
@@ -207,17 +207,17 @@ enum ReplayForm : int {
 };
 
 /// What was given in `result`, to be given again: names in full, values joined by "=" as they were
-/// typed, the order kept, plain arguments last. What came from option files stands in place of
-/// their names. Read by parseStream into a result that has the defaults (or the words by
-/// parseArgsVector), it gives the same options, values and plain arguments in the same order; after
-/// a failed parse, those that were stored. Takes time linear in what was given, but for sorting.
+/// typed, in the same order, plain arguments last. The contents of option files replace their
+/// names. Parsed by parseStream into a result that has the defaults (the words by parseArgsVector),
+/// it yields the same options, values and plain arguments in the same order; after a failed parse,
+/// those that were stored. Takes time linear in what was given, except for sorting.
 ///
-/// "" when the form cannot hold all of it, and never a part: in option files an empty value, a line
-/// end in a value or a carriage return at its end, a plain argument that would be read otherwise;
-/// in both forms what another parser stored, a default of "option-file", which would be read again,
-/// and an order that would change, since plain arguments go last. "" too for another implementation
-/// of IParser or IParseResult, for null, for an unknown form, and when memory runs out. A command
-/// line with nothing in it is no refusal: it gives a comment, or the word "--".
+/// "" when the form cannot hold all of it, and never a part. Option files cannot hold an empty
+/// value, a line end in a value or a carriage return at its end, or a plain argument that would be
+/// read otherwise; neither form holds what another parser stored, a default of "option-file", which
+/// would be read again, or an order that would change because plain arguments go last. Also "" for
+/// another implementation of IParser or IParseResult, for null, for an unknown form, and when
+/// memory runs out. An empty command line is not refused: it yields a comment, or the word "--".
 VARO_EXPORT char const* toOptionFile(IParser* parser, IParseResult* result,
                                      int form = kOptionLines);
 

@@ -21,7 +21,7 @@ class Value;
 class VARO_EXPORT EventHandler {
 public:
     /// A dashed option was recognized; `name` is its primary name. Its values follow, if it has
-    /// any. The answer has no effect.
+    /// any. The return value has no effect.
     virtual bool onOptionParse(char const* name);
 
     /// `value` was converted for the option `name`. False refuses it: nothing of the occurrence is

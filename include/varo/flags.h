@@ -12,7 +12,7 @@ public:
 
     constexpr bool has(CreationFlag flag) const noexcept { return (m_bits & flag) != 0; }
 
-    /// The number that createParser takes, which the set also becomes by itself.
+    /// The number that createParser takes; the set also converts to it implicitly.
     constexpr int bits() const noexcept { return m_bits; }
     constexpr operator int() const noexcept { return m_bits; }
 

@@ -17,7 +17,8 @@ class Result;
 /// the declaration itself.
 class Declared {
 public:
-    /// The primary name, without dashes, for the bare interface. Lives as long as any copy of this.
+    /// The primary name, without dashes, for the bare interface. Lives as long as any copy of this
+    /// handle.
     char const* name() const noexcept { return m_name.m_value.m_text; }
 
     /// The declaration, to be refined before the next one is made; null if there was no parser.
@@ -40,20 +41,20 @@ private:
 enum class Role { kOption, kAction };
 
 /// A declaration and the type of its values: what Parser::option, action and modifier return, and
-/// what a Result is asked with. Refined in one go, as bare declarations are:
+/// what a Result is queried with. Refined in one chain, like bare declarations:
 ///
 ///     auto const level = parser.option<int>("level,l", "How warmly").defaultValue(1).allow(1, 2);
 ///
-/// It costs little to copy, may outlive its parser, and may be used on any result; refining is for
-/// the time until the next declaration. A refused declaration has a handle too, which then stands
-/// for whatever has its name; describeMistakes() tells. Throws std::bad_alloc.
+/// It is cheap to copy, may outlive its parser, and may be used on any result, but may be refined
+/// only until the next declaration. A refused declaration has a handle too, which refers to
+/// whatever has its name; describeMistakes() reports it. Throws std::bad_alloc.
 template <class Type, Role role, bool hasDefault>
 class Handle : public Declared {
 public:
     using value_type = Type;
 
-    /// Sets what a result answers while the option is not given. From now on `result[handle]` is a
-    /// Type, not an optional one.
+    /// Sets what a result returns when the option was not given. With the handle that this returns,
+    /// `result[handle]` is a Type, not an optional one.
     template <class Given>
     [[nodiscard]] Handle<Type, role, true> defaultValue(Given const& value) const {
         mosaic2::variant_t const written = internal::write<Type>(value);
@@ -67,8 +68,8 @@ public:
         return handle;
     }
 
-    /// Adds values to those that are accepted; with none added, all of the type are. Not for
-    /// enumerations and converted types, which know their values.
+    /// Adds accepted values; if none are added, every value of the type is accepted. Not for
+    /// enumerations and types with a Conversion, which know their values.
     template <class... Given>
     Handle allow(Given const&... values) const {
         static_assert(!internal::hasWords<Type> && !internal::hasConversion<Type>,
@@ -77,8 +78,9 @@ public:
         return *this;
     }
 
-    /// Accepts `deprecated` and takes it for `replacement`, with a warning that Parser::error()
-    /// gives after the parse. Of an enumeration the first is a text, of a converted type both.
+    /// Accepts `deprecated` and stores `replacement` instead, with a warning that Parser::error()
+    /// returns after the parse. For an enumeration the first is a text, for a type with a
+    /// Conversion both are.
     template <class Deprecated, class Given>
     Handle deprecated(Deprecated const& deprecated, Given const& replacement) const {
         using Old = std::conditional_t<internal::hasWords<Type> || internal::hasConversion<Type>,
@@ -105,7 +107,7 @@ public:
     /// Leaves a value text whole, with its commas.
     Handle whole() const { return separator('\0'); }
 
-    /// Adds a further name. No check is made; describeMistakes() tells when it hides another.
+    /// Adds another name. It is not checked; describeMistakes() reports it when it hides another.
     Handle synonym(char const* name) const {
         if (m_option != nullptr) {
             m_option->synonym(name);
@@ -156,8 +158,7 @@ using DefaultedOption = Handle<Type, Role::kOption, true>;
 template <class Type>
 using Action = Handle<Type, Role::kAction, false>;
 
-/// Some actions: one, or several joined by "|". Made of handles, so it names none that is not
-/// declared.
+/// Some actions: one, or several joined by "|". Made from handles, so it names only declared ones.
 class Actions {
 public:
     template <class Type, bool hasDefault>

@@ -12,7 +12,7 @@ class IParser;
 ///
 ///     EXPECT_STREQ(varo::describeMistakes(parser.interface()), "");
 ///
-/// Told are: refused declarations, each with the reason (the first hundred by name); names that
+/// It reports refused declarations, each with the reason (the first hundred by name); names that
 /// nobody can type; names of other declarations that a name or synonym hides; modifiers of actions
 /// that are not declared; all positional declarations but the first; and defaults, allowed values
 /// and deprecated values of another type than the option's, or, for defaults, outside the allowed
@@ -22,13 +22,13 @@ class IParser;
 /// not make; "Out of memory." when memory runs out. Since 3.3.1.
 VARO_EXPORT char const* describeMistakes(IParser* parser);
 
-/// What may be intended, one line each: every pair of names of different declarations of which one
-/// is the beginning of the other, so that the shorter one is no abbreviation of the longer. Names
-/// of one letter do not count. Otherwise as describeMistakes. Since 3.3.1.
+/// What may be intended, one line each: every pair of names of different declarations where one
+/// begins with the other, so that the shorter does not abbreviate the longer. One-letter names are
+/// left out. Otherwise like describeMistakes. Since 3.3.1.
 VARO_EXPORT char const* describeRemarks(IParser* parser);
 
-/// Whether `option` is what `parser` returns for every declaration that it refuses. False for null,
-/// and for a parser that createParser did not make. Since 3.3.1.
+/// Whether `option` is the placeholder that `parser` returns for refused declarations. False for
+/// null, and for a parser that createParser did not make. Since 3.3.1.
 VARO_EXPORT bool isRefused(IParser* parser, IOption const* option);
 
 }  // namespace varo_3_3

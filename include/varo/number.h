@@ -46,7 +46,7 @@ constexpr std::optional<Type> fitted(Number number) noexcept {
 }
 
 /// The number that a variant holds, as any arithmetic Type; nothing if it holds none, or one that
-/// Type does not have. A floating Type takes the nearest number that it has.
+/// Type cannot hold. A floating Type takes the nearest number that it has.
 template <class Type>
 std::optional<Type> numberAs(mosaic2::variant_t const& value) noexcept {
     if (value.m_type == mosaic2::vtBool) {

@@ -20,8 +20,8 @@ namespace varo_3_3 {
 /// The order of the operations is the binary contract.
 class VARO_EXPORT IOption {
 public:
-    /// Adds another name after those that the declaration has, as it is, commas included. Nothing
-    /// is checked: when another declaration has the same name, both are candidates for it. Null is
+    /// Adds another name after the existing ones, exactly as given, commas included. It is not
+    /// checked: when another declaration has the same name, both are candidates for it. Null is
     /// ignored.
     virtual IOption* synonym(char const* name) = 0;
 
@@ -32,11 +32,11 @@ public:
     virtual IOption* allowValue(mosaic2::variant_t const& value) = 0;
 
     /// Accepts `deprecated` and stores `replacement` instead, with a warning that getErrorDesc()
-    /// gives after the parse. A second replacement for an equal value is ignored.
+    /// returns after the parse. A second replacement for an equal value is ignored.
     virtual IOption* allowDeprecatedValue(mosaic2::variant_t const& deprecated,
                                           mosaic2::variant_t const& replacement) = 0;
 
-    /// Sets what a result answers when the option was not given. The value is neither converted to
+    /// Sets what a result returns when the option was not given. The value is neither converted to
     /// the declaration's type nor checked.
     virtual IOption* defaultValue(mosaic2::variant_t const& value) = 0;
 
@@ -45,7 +45,7 @@ public:
     virtual IOption* tokenize(char separator) = 0;
 
     /// Makes the option take the arguments that belong to no dashed option as its values. The first
-    /// positional declaration takes all of them; positional declarations do not show in help.
+    /// positional declaration takes all of them; positional declarations do not appear in help.
     virtual IOption* positional() = 0;
 
     /// Adds tags from a list separated by commas: names of actions that the modifier belongs to.

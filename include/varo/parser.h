@@ -20,10 +20,11 @@ enum CreationFlag : int {
     /// The plain arguments after "--" are also given to the positional option.
     kPositionalAfterMarker = 0x04,
 
-    /// An argument that begins with "-" is no positional value.
+    /// An argument that begins with "-" is not taken as a positional value.
     kDashGuard = 0x08,
 
-    /// The first positional value takes all arguments after it along, options and "--" included.
+    /// The positional option takes its first value and everything after it, options and "--"
+    /// included.
     kTakeTheRest = 0x10,
 
     /// Values are not split at ',' unless a declaration says so.
@@ -72,20 +73,20 @@ enum ReturnCode : int {
 ///
 /// Created by createParser, owned by the host, released with destroy(). One thread at a time,
 /// together with its results; different parsers may be used in different threads. All parsers of
-/// the process share the sequence of positions, which never descend within one parse, and the
-/// switch of the trace.
+/// the process share the sequence of positions, which never descend within one parse, and the trace
+/// switch.
 ///
 /// Common lifetimes: a text that the library returns lives as long as the parser or result that
-/// gave it; pointers passed in are read during the call only; handlers are not owned.
+/// returned it; pointers passed in are read during the call only; handlers are not owned.
 ///
-/// A host may call the event operations of a parser itself: they tell its handlers, and let
-/// std::bad_alloc pass.
+/// A host may call the event operations of a parser itself: they call its handlers, and let
+/// std::bad_alloc through.
 ///
 /// The order of the operations, after those of EventHandler, is the binary contract.
 class VARO_EXPORT IParser : public EventHandler {
 public:
-    /// Deletes this parser with its declarations and every text that it handed out. Results live
-    /// on without it.
+    /// Deletes this parser with its declarations and every text that it handed out. Results remain
+    /// valid.
     virtual void destroy() = 0;
 
     /// Sets `*result` to a new, empty result, which the host owns. Returns kSuccess, or
@@ -98,49 +99,49 @@ public:
     /// third one has at most two characters. `type` is vtBool, vtS32, vtU32, vtS64, vtU64,
     /// vtDouble, vtString or vtNull (takes no value). `section` is the name of a help section, or
     /// "name:text" to set the text under its heading as well; a name alone sets an empty text. The
-    /// section "varo_hidden" shows in the hidden help only. A null description or section counts
-    /// as "".
+    /// section "varo_hidden" appears only in the hidden help. A null description or section is the
+    /// same as "".
     ///
     /// Returns the declaration, owned by the parser and valid at least until the next declaration.
-    /// A refused declaration returns a placeholder, which can be refined like any other and is
-    /// never parsed or shown; it changes nothing but its section, which is added or has its text
-    /// set. Refused are a null or malformed list of names and, without setReplace, a name that is
-    /// already declared (a boolean "color" also takes the name "no-color"). When memory runs out,
-    /// the placeholder is returned too and nothing has changed.
+    /// A null or malformed list of names is refused and, without setReplace, so is a name that is
+    /// already declared (a boolean "color" also takes the name "no-color"). A refused declaration
+    /// changes nothing but its section, which is added or has its text set, and returns a
+    /// placeholder, which can be refined like any other but is never parsed or shown. When memory
+    /// runs out, the placeholder is returned too and nothing changes.
     virtual IOption* option(char const* name, char const* description,
                             mosaic2::das_variant_type_t type, char const* section) = 0;
 
     /// Declares an action: a verb that says what the tool does, given with dashes like an option.
-    /// It is tagged with its own names, by which modifiers refer to it. Otherwise as option().
+    /// It is tagged with its own names, by which modifiers refer to it. Otherwise like option().
     virtual IOption* action(char const* name, char const* description,
                             mosaic2::das_variant_type_t type, char const* section) = 0;
 
     /// Declares a modifier: an option of the actions that `action` names, separated by commas. They
-    /// need not be declared yet. Modifiers that have no action in common may share a name. With a
-    /// null `action`, and otherwise, as option().
+    /// need not be declared yet. Modifiers that have no action in common may share a name. A null
+    /// `action` declares an option. Otherwise like option().
     virtual IOption* modifier(char const* name, char const* action, char const* description,
                               mosaic2::das_variant_type_t type, char const* section) = 0;
 
     /// Whether `name` is a name of a declared action (`action` true), or of an option or modifier
-    /// (false). With `section` not null, only declarations in the help section of exactly that
-    /// name count. A null name gives false. This does not tell whether a declaration was
-    /// refused: a name that was taken is declared all the same.
+    /// (false). With `section` not null, only declarations in the help section of exactly that name
+    /// count. False for a null name. This does not tell whether a declaration was refused: a name
+    /// that was taken is declared either way.
     virtual bool isOptionDeclared(char const* name, bool action, char const* section) = 0;
 
-    /// Parses argv[1] to argv[argc - 1] into `result`, which createResult of any parser made, or
-    /// which is null to only check the arguments. Applies the defaults first. Returns kSuccess or
-    /// another ReturnCode, with the text of getErrorDesc(); on failure the result keeps what was
-    /// stored before. Parsing again into the same result adds to it. An argc below 2 is an empty
-    /// command line: only the defaults are applied. When memory runs out for those, std::bad_alloc
-    /// passes to the host. Once a handler has been called, `argv` and its texts are not read again.
+    /// Parses argv[1] to argv[argc - 1] into `result`, which may come from any parser; null only
+    /// checks the arguments. Applies the defaults first. Returns kSuccess or another ReturnCode,
+    /// with the text of getErrorDesc(); on failure the result keeps what was stored before. Parsing
+    /// again into the same result adds to it. An argc below 2 is an empty command line: only the
+    /// defaults are applied. When memory runs out for those, std::bad_alloc reaches the host. Once
+    /// a handler has been called, `argv` and its texts are not read again.
     ///
-    /// When the actions are checked, defaults count too: as an option given, or as that action.
+    /// When the actions are checked, an option or action with a default counts as given.
     virtual int parseArgsVector(int argc, char const* const* argv, IParseResult* result) = 0;
 
     /// Parses `text`, written like an option file (null for an empty one): each line is one
-    /// argument, without its leading white space; lines that begin with ";" or "#" are comments.
-    /// Nothing is skipped as a program name and no defaults are applied. Otherwise as
-    /// parseArgsVector; once a handler has been called, `text` is not read again.
+    /// argument, without its leading white space; lines that begin with ";" or "#" are comments. No
+    /// program name is skipped and no defaults are applied. Otherwise like parseArgsVector; once a
+    /// handler has been called, `text` is not read again.
     virtual int parseStream(char const* text, IParseResult* result) = 0;
 
     /// The text of the last parse: its error, or after success its warnings, one per line, or "".
@@ -151,10 +152,10 @@ public:
     virtual char const* getDescription(bool hidden) = 0;
 
     /// The help for the declaration that `topic` names; if there is none, a sentence that says so,
-    /// followed by the list of topics. Null gives the help of getDescription(bool).
+    /// followed by the list of topics. Null is the same as getDescription(hidden).
     virtual char const* getDescription(char const* topic, bool hidden) = 0;
 
-    /// The help for the modifiers that belong to `action`, or as for an unknown topic. Throws
+    /// The help for the modifiers that belong to `action`, or the text for an unknown topic. Throws
     /// std::logic_error for null.
     virtual char const* getActionModifiersDescription(char const* action, bool hidden) = 0;
 
@@ -171,7 +172,7 @@ public:
 
     /// Declares the option "option-file", whose values name files to take more arguments from, in
     /// the format of parseStream. False when the declaration was refused. Option files are read
-    /// from then on in both cases, so a host may declare "option-file" itself.
+    /// from then on either way, so a host may declare "option-file" itself.
     virtual bool addOptionFileOption(char const* description, char const* section) = 0;
 
     /// Allows any of `actions`, given by their primary names, to be used together. Returns 1, or 0
@@ -179,8 +180,8 @@ public:
     virtual int allowSimultaneousActions(std::set<std::string> const& actions) = 0;
 
     /// Sets whether a declaration with a name that is taken replaces the earlier one, in its place.
-    /// When a handler replaces one, the argument being parsed goes on with the earlier declaration
-    /// and the next argument meets the new one.
+    /// When a handler replaces one, the argument being parsed still uses the earlier declaration,
+    /// and the next argument the new one.
     virtual void setReplace(bool replace) = 0;
 
     virtual ~IParser() = default;

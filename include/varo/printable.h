@@ -45,9 +45,9 @@ inline bool isControl(char32_t code) {
 
 }  // namespace internal
 
-/// `text` as it may be shown on a terminal or in a log: each byte of a control character, and each
-/// byte that is not UTF-8, becomes "\xNN", a newline and a tab "\n" and "\t". Everything else,
-/// backslashes too, stays as it is, so that a printable text stays the same.
+/// `text` made safe for a terminal or a log: each byte of a control character, and each byte that
+/// is not UTF-8, becomes "\xNN", a newline and a tab "\n" and "\t". Everything else, backslashes
+/// too, stays as it is, so a printable text does not change.
 ///
 ///     std::fprintf(stderr, "tool: %s\n", varo::printable(parser.error()).c_str());
 inline std::string printable(std::string_view text) {

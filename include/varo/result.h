@@ -6,8 +6,8 @@
 namespace varo_3_3 {
 
 /// Every occurrence, value and plain argument that is stored takes a position: the next number of
-/// one sequence for the whole process. Only the order of positions means anything. These two are
-/// the ends of the range of all positions.
+/// one sequence for the whole process. Only the order of positions means anything. These two bound
+/// the range of all positions.
 
 /// No position is lower.
 inline constexpr int kFirstPosition = 0;
@@ -35,7 +35,7 @@ public:
 
     /// The value as bool, int, unsigned, long, unsigned long, long long, unsigned long long, double
     /// or char const*. Asking for a number that the value cannot be read as is reported to the
-    /// assertion hook and gives the stored bits. A text is null unless the value is a narrow
+    /// assertion hook and returns the stored bits. A text is null unless the value is a narrow
     /// string; it lives as long as this value, a copy of it, or the result.
     template <class Type>
     Type as() const {
@@ -60,7 +60,7 @@ static_assert(sizeof(Value) == 32, "the layout of Value is fixed");
 /// destroy(). It does not refer to the parser and may outlive it. One thread at a time.
 ///
 /// A name is an option's primary name or a synonym, without dashes. Texts that a result returns
-/// live as long as the result. Queries throw nothing.
+/// live as long as the result. Queries do not throw.
 ///
 /// The order of the operations is the binary contract.
 class VARO_EXPORT IParseResult {
@@ -88,8 +88,7 @@ public:
     virtual int nextPosition() = 0;
 
     /// Sets `*text` to the first plain argument (one after the end marker "--"). Returns 0, or 1
-    /// with
-    /// `*text` untouched when there is none.
+    /// with `*text` untouched when there is none.
     virtual int getFirstArgument(char const** text) = 0;
 
     /// Sets `*text` to the plain argument after the one last returned, or to the first. Returns 0,
@@ -101,7 +100,7 @@ public:
 
 /// The last value of the option with from <= position < to; for an option without values its last
 /// occurrence there; its default if it was never given. Value() when there is none, and for a null
-/// result or name. Takes time in the number of values, and leaves the iteration of next() as
+/// result or name. Takes time linear in the number of values, and leaves the iteration of next() as
 /// present(name, from, to) does.
 VARO_EXPORT Value getLastValue(IParseResult* result, char const* name, int from, int to);
 

@@ -10,13 +10,13 @@
 
 namespace varo_3_3 {
 
-/// A result that is released when it goes out of scope. Created by Parser::createResult; empty, and
-/// then testing false, when default constructed, moved from, or created without memory. The queries
-/// of an empty result answer "nothing". One thread at a time.
+/// A result that is released when it goes out of scope. Created by Parser::createResult. One that
+/// was default constructed, moved from, or created when memory ran out is empty and tests false;
+/// its queries answer "nothing". One thread at a time.
 ///
-/// A question is asked with the handle of a declaration, or with a name and a type. A query that
-/// has several answers gives all of them at once, so that others may come in between. What has to
-/// be copied for an answer throws std::bad_alloc when memory runs out.
+/// A query takes the handle of a declaration, or a name and a type. One with several answers
+/// returns all of them at once, so other queries may come in between. Those that copy throw
+/// std::bad_alloc when memory runs out.
 class Result {
 public:
     Result() noexcept = default;
@@ -41,10 +41,10 @@ public:
     }
     bool has(Declared const& declared) const { return has(declared.name()); }
 
-    /// The last value of the option: as its Type if it has a default, which is the answer when the
-    /// result holds no value; else as a std::optional<Type>. Of a bool false when it was not given.
-    /// Of an option that takes no value, whether it was given. A view or pointer lives as long as
-    /// the result; that of a default also needs a copy of the handle.
+    /// The option's last value: a Type if it has a default, which is the answer when the result
+    /// holds no value; else a std::optional<Type>. For a bool, false when it was not given. For an
+    /// option that takes no value, whether it was given. A view or pointer lives as long as the
+    /// result; one into a default also needs a copy of the handle.
     template <class Type, Role role, bool hasDefault>
     auto operator[](Handle<Type, role, hasDefault> const& handle) const {
         if constexpr (std::is_void_v<Type>) {
@@ -61,7 +61,7 @@ public:
         }
     }
 
-    /// All values of the option, in their order. Defaults are not among them.
+    /// All values of the option, in order, without defaults.
     template <class Type, Role role, bool hasDefault>
     std::vector<Type> all(Handle<Type, role, hasDefault> const& handle) const {
         std::vector<Type> found;
@@ -74,8 +74,8 @@ public:
     }
 
     /// The option's first value (or its default) as Type: any type of an option. Nothing when it
-    /// was not given, has no value, or has one that is no Type: a number that does not fit is none.
-    /// A view or pointer lives as long as the result.
+    /// was not given, has no value, or has one that Type cannot hold, such as a number that does
+    /// not fit. A view or pointer lives as long as the result.
     template <class Type>
     std::optional<Type> get(char const* name) const {
         return m_result != nullptr
@@ -83,15 +83,15 @@ public:
                    : std::nullopt;
     }
 
-    /// As get(), for the last value: what users expect of an option that they repeat.
+    /// Like get(), for the last value: what users expect of an option that they repeat.
     template <class Type>
     std::optional<Type> last(char const* name) const {
         return internal::read<Type>(
             getLastValue(m_result, name, kFirstPosition, kNoPosition).value());
     }
 
-    /// The values in the range of positions (both ends as in IParseResult::next) of an option,
-    /// given by its name or handle, with what was typed and where. Defaults are not among them.
+    /// The values of an option, given by name or handle, in a range of positions (both ends as in
+    /// IParseResult::next), each with what was typed and where. Defaults are left out.
     template <class Option>
     std::vector<Value> values(Option const& option, int from = kFirstPosition,
                               int to = kNoPosition) const {

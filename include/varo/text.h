@@ -9,16 +9,16 @@ namespace varo_3_3 {
 
 /// Lays `text` out in lines that start at column `indent` (columns and widths count bytes, from 0)
 /// and are at most indent + width - 1 bytes long, each ended by "\n". The first line begins with
-/// `caption`, padded to the indentation or, when it is as long as that already, followed by one
-/// blank; a caption that leaves no room has its line to itself, however long it is.
+/// `caption`, padded to the indentation or, when it is already that long, followed by one blank; a
+/// caption that leaves no room gets a line of its own, however long it is.
 ///
 /// Lines break at blanks, and at every newline of the text; blanks and newlines at the start of a
 /// line are dropped, so the text produces no empty lines between its words. A word longer than a
-/// line is cut where the line ends. An empty text gives an empty result, without the caption. A
+/// line is cut where the line ends. An empty text produces an empty result, without the caption. A
 /// width of 0 means lines of any length.
 ///
 /// Throws std::out_of_range for a width of 1, which has no room for a word; std::length_error or
-/// std::bad_alloc when the result cannot be held. Time is linear in the result.
+/// std::bad_alloc when the result does not fit in memory. Time is linear in the result.
 VARO_EXPORT std::string paragraphString(std::string text, std::string caption, unsigned long indent,
                                         unsigned long width);
 

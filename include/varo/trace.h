@@ -8,8 +8,8 @@ namespace varo_3_3::internal {
 
 /// Whether the trace is written to BRIX::ucout. Every parse switches it off when it starts, and on
 /// again if its first argument is "varooption=varologenable=1", so what a host sets holds until the
-/// next parse. One switch for the whole process. Threads
-/// may parse at the same time; a host that writes the switch does so while none does.
+/// next parse. One switch for the whole process. Threads may parse at the same time; a host may
+/// write the switch only while none does.
 extern VARO_EXPORT bool varoLogEnabled;
 
 }  // namespace varo_3_3::internal

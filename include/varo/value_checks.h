@@ -10,23 +10,23 @@
 
 namespace varo_3_3::internal {
 
-/// The handler of a parser that declares types which its own conversion does not know: refuses what
-/// is none of their values, and remembers why. What it does is in ValueCheckList, so that programs
+/// The handler of a parser whose declared types its own conversion does not know: refuses what is
+/// not one of their values, and remembers why. The work is done in ValueCheckList, so that programs
 /// without such types do not compile it.
 class ValueChecks : public EventHandler {
 public:
-    /// Whether a value is one; `reason` may say why not.
+    /// Whether a value is of the type; `reason` may say why not.
     using Check = bool (*)(Value const& value, std::string& reason);
 
     virtual ~ValueChecks() = default;
 
-    /// Has the values of `name`, a primary name, checked from now on; by null no longer.
+    /// Checks the values of `name`, a primary name, from now on; null ends that.
     virtual void set(char const* name, Check check) = 0;
 
     virtual void forgetReason() = 0;
 
-    /// `error` with the reason of the last refusal, if that is what it tells of. Lives until the
-    /// next call.
+    /// `error`, with the reason of the last refusal added if that is what it reports. Lives until
+    /// the next call.
     virtual char const* explain(char const* error) = 0;
 };
 
@@ -83,7 +83,7 @@ private:
 
     std::set<Entry, ByName> m_checks;
     Text m_reason;
-    Text m_refused;  // what the parser says of a refusal by the option that it was
+    Text m_refused;  // what the error says when it is about the refused option
     Text m_error;
 };
 

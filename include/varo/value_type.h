@@ -21,7 +21,7 @@ namespace varo_3_3 {
 template <class Type>
 struct Words;
 
-/// One line of such a list. `text` is a literal.
+/// One entry of such a list. `text` is a literal.
 template <class Type>
 struct Word {
     char const* text;
@@ -33,7 +33,7 @@ struct Word {
 ///
 ///     template <>
 ///     struct varo::Conversion<Size> {
-///         /// Nothing if `text` is no size; `reason`, a sentence, then says why (or stays empty).
+///         /// Nothing if `text` is not a size; `reason`, a sentence, may then say why.
 ///         static std::optional<Size> fromText(std::string_view text, std::string& reason);
 ///         /// Only for defaultValue().
 ///         static std::string toText(Size const& value);
@@ -60,7 +60,7 @@ inline constexpr bool isText =
     std::is_same_v<Type, std::string> || std::is_same_v<Type, std::string_view> ||
     std::is_same_v<Type, char const*>;
 
-/// Numbers without the character types, of which nobody could say whether "1" is a digit.
+/// Numbers, but not the character types, for which "1" could mean the digit or the number.
 template <class Type>
 inline constexpr bool isNumber = (std::is_integral_v<Type> && !std::is_same_v<Type, bool> &&
                                   !std::is_same_v<Type, char> && !std::is_same_v<Type, wchar_t> &&
@@ -68,7 +68,7 @@ inline constexpr bool isNumber = (std::is_integral_v<Type> && !std::is_same_v<Ty
                                   !std::is_same_v<Type, char32_t>) ||
                                  std::is_same_v<Type, float> || std::is_same_v<Type, double>;
 
-/// Whether what the parser converts may still be no Type: a handler then looks at each value.
+/// Whether what the parser converts may still not fit Type: a handler then checks each value.
 template <class Type>
 constexpr bool isChecked() {
     if constexpr (isNumber<Type>) {
@@ -102,7 +102,7 @@ inline char const* textOf(mosaic2::variant_t const& value) {
     return value.can_get<char const*>() ? value.get<char const*>() : nullptr;
 }
 
-/// What a variant holds, as Type; nothing if it is none. `reason` may then say why.
+/// What a variant holds, as Type; nothing if it is not one. `reason` may then say why.
 template <class Type>
 std::optional<Type> read(mosaic2::variant_t const& value, std::string& reason) {
     if constexpr (std::is_arithmetic_v<Type>) {
@@ -133,7 +133,7 @@ std::optional<Type> read(mosaic2::variant_t const& value) {
     return read<Type>(value, reason);
 }
 
-/// A number as an option of its type holds it.
+/// A number as an option of its type stores it.
 template <class Type>
 mosaic2::variant_t numberVariant(Type number) {
     if constexpr (std::is_same_v<Type, bool>) {
@@ -152,8 +152,8 @@ inline mosaic2::variant_t textVariant(std::string_view text) {
     return mosaic2::variant_t::copy_of(text.data(), text.size());
 }
 
-/// `value`, which a host writes for an option of type Type, as the option holds it. A number that
-/// Type does not have keeps its own type, and describeMistakes() tells.
+/// `value`, which a host writes for an option of type Type, as the option stores it. A number that
+/// Type cannot hold keeps its own type, and describeMistakes() reports it.
 template <class Type, class Given>
 mosaic2::variant_t write(Given const& value) {
     if constexpr (std::is_same_v<Type, bool>) {
@@ -186,7 +186,7 @@ mosaic2::variant_t write(Given const& value) {
     }
 }
 
-/// Says which numbers Type has. Types with a conversion of their own give their own reasons.
+/// Says which numbers Type can hold. Types with a conversion of their own give their own reasons.
 template <class Type>
 void explainRange(std::string& reason) {
     if constexpr (isNumber<Type> && std::is_integral_v<Type>) {

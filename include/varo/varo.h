@@ -15,10 +15,10 @@
 #include "varo/value_checks.h"
 #include "varo/version.h"
 
-// The layer that programs are written against. Not included here, since it would make every program
-// compile longer: varo/program.h (parseOrExit, the whole front of a program), varo/documents.h (the
-// manual page, JSON, help for this terminal), varo/completion.h (answers for shells), varo/text.h
-// (word wrapping) and varo/trace.h (the trace).
+// The layer that programs are written against. Not included, since they would slow down every
+// compilation: varo/program.h (parseOrExit, what a program does before its own work),
+// varo/documents.h (the manual page, JSON, help for this terminal), varo/completion.h (answers for
+// shells), varo/text.h (word wrapping) and varo/trace.h (the trace).
 
 namespace varo_3_3 {
 
@@ -28,8 +28,8 @@ enum class Sections : bool {
     kHidden = true   ///< "varo_hidden" alone
 };
 
-/// A parser that is released when it goes out of scope. Declaring gives handles, which a result is
-/// asked with:
+/// A parser that is released when it goes out of scope. Declarations return handles, with which a
+/// result is queried:
 ///
 ///     varo::Parser parser(varo::kUnknownIsError | varo::kDashGuard);
 ///     auto const level = parser.option<int>("level,l", "How warmly").defaultValue(1);
@@ -43,11 +43,12 @@ enum class Sections : bool {
 ///         for (std::string const& file : result.all(files)) { ... }
 ///     }
 ///
-/// `parser->` gives the bare interface of the same parser, IParser.
+/// `parser->` reaches the bare interface of the same parser, IParser.
 ///
-/// Empty, and then testing false, when moved from or created without memory: then `->` must not be
-/// used, declarations come to nothing, createResult() gives an empty result, parse()
-/// kUnusableArguments, error() says why, and help texts are "". Moving leaves handles valid.
+/// A parser that was moved from, or created when memory ran out, is empty and tests false: `->`
+/// must not be used, declarations have no effect, createResult() returns an empty result, parse()
+/// returns kUnusableArguments, error() says why, and help texts are "". Moving leaves handles
+/// valid.
 class Parser {
 public:
     explicit Parser(Flags flags = {}) { createParser(&m_parser, flags); }
@@ -72,10 +73,10 @@ public:
 
     /// Declares an option whose values are of type Type: bool, an integer, float, double,
     /// std::string, std::string_view, char const*, an enumeration with Words, a type with a
-    /// Conversion; or void for one that takes no value. `names` and `section` as for
-    /// IParser::option. What Type does not have is refused by the parse. With setReplace, replace
-    /// a typed declaration by a typed one: what the bare interface declares in its place is still
-    /// held to Type.
+    /// Conversion; or void for one that takes no value. `names` and `section` are as for
+    /// IParser::option. A parse refuses values that Type cannot hold. With setReplace, replace a
+    /// typed declaration only by a typed one: what the bare interface declares in its place is
+    /// still checked against Type.
     template <class Type>
     Option<Type> option(char const* names, char const* description, char const* section = "") {
         return declare<Option<Type>>(names, [&](mosaic2::das_variant_type_t type) {
@@ -127,7 +128,8 @@ public:
         return Result(result);
     }
 
-    /// Parses the arguments after argv[0] into `result`. An empty result has them only checked.
+    /// Parses the arguments after argv[0] into `result`. With an empty result, they are only
+    /// checked.
     int parse(int argc, char const* const* argv, Result& result) const {
         forgetReason();
         return m_parser != nullptr ? m_parser->parseArgsVector(argc, argv, result.interface())
@@ -147,9 +149,8 @@ public:
         return varo_3_3::isAskedFor(m_parser, argc, argv, option.name());
     }
 
-    /// The error, or the warnings, of the last parse; never null. After the refusal of a value that
-    /// a Conversion knows a reason for, the reason is added; the text then lives until the next
-    /// call.
+    /// The error, or the warnings, of the last parse; never null. When a Conversion gave a reason
+    /// for refusing a value, the reason is added; the text then lives until the next call.
     char const* error() const {
         if (m_parser == nullptr) {
             return "The parser could not be created.";
@@ -219,8 +220,8 @@ private:
         return handle;
     }
 
-    /// Has the values of a declaration checked if its type needs that, unless the name is that of
-    /// modifiers of other actions too: those go by what the first one of them says.
+    /// Has the values of a declaration checked if its type needs it. (Of modifiers of different
+    /// actions that share a name, only the first is set: it does the parsing.)
     template <class Type>
     void setCheck(char const* name) {
         if constexpr (internal::isChecked<Type>()) {

@@ -12,7 +12,7 @@
 namespace varo_3_3 {
 
 /// The version of the loaded library, encoded like VARO_VERSION. It differs from the macro when a
-/// program runs with another release than the one it was compiled with.
+/// program runs with a release other than the one it was compiled with.
 VARO_EXPORT int libraryVersion() noexcept;
 
 }  // namespace varo_3_3

@@ -1,49 +1,28 @@
 #include "help/option_help.h"
 
 #include <algorithm>
-#include <map>
 #include <optional>
 
 #include "help/paragraph.h"
+#include "help/shown_options.h"
 #include "options/value_text.h"
 #include "platform/join.h"
-#include "platform/text_lead.h"
+#include "platform/text_sort.h"
 #include "varo/parser.h"
 
 namespace varo_3_3 {
 namespace {
+
+using internal::append;
+using internal::SortItem;
 
 constexpr unsigned long kDescriptionColumn = 30;
 constexpr unsigned long kDescriptionWidth = 50;
 constexpr unsigned long kSectionColumn = 1;
 constexpr unsigned long kSectionWidth = 80;
 
-/// An entry in its section: by name, then in the order of the declarations.
-struct Entry {
-    std::uint64_t lead;  // of the name, see internal::leadOf
-    OptionDescription const* option;
-
-    bool operator<(Entry const& other) const {
-        if (lead != other.lead) {
-            return lead < other.lead;
-        }
-        int const order = option->firstName().compare(other.option->firstName());
-        return order < 0 || (order == 0 && option->m_index < other.option->m_index);
-    }
-};
-
-void appendDashed(std::string& entry, std::string_view name, HelpStyle style) {
-    bool const isDouble = (style.flags & kDoubleDashHelp) != 0 && name.size() >= 2;
-    entry += isDouble ? "--" : "-";
-    entry += name;
-}
-
-/// The names, the last one first, so that the primary name is next to the value.
-void appendNames(std::string& entry, OptionDescription const& option, HelpStyle style) {
-    for (std::size_t number = option.m_names.size(); number > 0; --number) {
-        appendDashed(entry, option.m_names[number - 1], style);
-        entry += number > 1 ? ", " : "";
-    }
+OptionDescription const& optionOf(SortItem const& entry) {
+    return *static_cast<OptionDescription const*>(entry.item);
 }
 
 /// How a boolean's default, of whatever kind, reads: numbers by their value, nothing as off, other
@@ -57,144 +36,208 @@ std::optional<bool> defaultState(OptionDescription const& option) {
                                                           : std::nullopt;
 }
 
-void appendSwitch(std::string& entry, OptionDescription const& option, HelpStyle style) {
-    std::optional<bool> const state = defaultState(option);
-    entry += state == true ? " (default)" : "";
-    entry += (style.flags & kDoubleDashHelp) != 0 ? " | --no-" : " | -no-";
-    entry += option.firstName();
-    entry += state == false ? " (default)" : "";
-}
-
-void appendValue(std::string& entry, OptionDescription const& option) {
+void appendValue(std::string& caption, OptionDescription const& option) {
     if (option.m_allowedValues.empty()) {
-        entry += "=<";
-        entry += option.getTypeName();
-        entry += '>';
+        append(caption, {"=<", option.getTypeName(), ">"});
     }
     for (mosaic2::variant_t const& value : option.m_allowedValues) {
-        entry += &value == &option.m_allowedValues.front() ? "=" : " | ";
-        appendText(entry, value);
+        append(caption, {&value == &option.m_allowedValues.front() ? "=" : " | "});
+        appendText(caption, value);
     }
-    std::string const text = option.getDefaultValueAsText();
-    if (!text.empty()) {
-        entry += " (";
-        entry += text;
-        entry += ')';
+    if (option.m_hasDefault) {
+        std::size_t const end = caption.size();
+        append(caption, {" ("});
+        appendText(caption, option.m_defaultValue);
+        bool const hasText = caption.size() != end + 2;
+        hasText ? append(caption, {")"}) : caption.resize(end);
     }
 }
 
-void appendEntry(std::string& help, OptionDescription const& option, HelpStyle style) {
-    std::string caption;
-    appendNames(caption, option, style);
-    if (option.m_type == mosaic2::vtBool) {
-        appendSwitch(caption, option, style);
-    } else if (option.m_type != mosaic2::vtNull) {
-        appendValue(caption, option);
-    }
-    if (caption.size() >= kDescriptionColumn) {
-        help += caption;
-        help += '\n';
-        caption.clear();
-    }
-    appendParagraph(help, option.m_description, caption, kDescriptionColumn, kDescriptionWidth);
-}
+/// Writes a help text: entries are collected, then written. A text for all declarations takes most
+/// of its time in here.
+class HelpWriter {
+public:
+    HelpWriter(RegisteredOptionStorage const& registry, HelpStyle style)
+        : m_registry(registry), m_style(style) {}
 
-std::string topicList(ShownOptions const& actions) {
-    std::map<std::string_view, std::string_view> topics;
-    std::size_t longest = 0;
-    for (OptionDescription const* const action : actions) {
-        topics.insert_or_assign(action->firstName(), action->m_description);
-        longest = std::max(longest, action->firstName().size());
-    }
-    std::string help;
-    for (auto const& [name, description] : topics) {
-        help += "    ";
-        help += name;
-        if (!description.empty()) {
-            help.append(longest + 3 - name.size(), ' ');
-            help += description;
+    /// Positional declarations have no entry.
+    void collect(OptionDescription const& option) {
+        constexpr std::size_t kUsualCaption = 80;  // with what fills up its first line
+        // Each further line of at most 50 characters has 30 blanks before it, and ends early.
+        m_expectedSize += option.m_description.size() * 7 / 4 + kUsualCaption;
+        if (!option.m_isPositional) {
+            internal::addItem(m_entries, m_registry.sectionNumber(option.m_section),
+                              option.firstName(), &option);
         }
-        help += '\n';
     }
-    return help;
-}
+
+    /// The entries under the headings of their sections. Every section that the style shows has its
+    /// heading.
+    void writeSections() {
+        internal::sortItems(m_entries);
+        m_help.reserve(m_help.size() + m_expectedSize);
+        auto entry = m_entries.begin();
+        for (std::size_t number = 0; number < m_registry.sections().size(); ++number) {
+            bool const isShown = beginSection(number);
+            for (; entry != m_entries.end() && entry->group == number; ++entry) {
+                if (isShown) {
+                    writeEntry(optionOf(*entry));
+                }
+            }
+            append(m_help, {isShown ? "\n" : ""});
+        }
+    }
+
+    /// The list of the actions or, when the style shows none, all options.
+    void writeAll() {
+        std::size_t longest = 0;
+        for (auto const& record : m_registry.records()) {
+            if (record->isAction() && m_style.shows(record->m_section)) {
+                internal::addItem(m_entries, 0, record->firstName(), record.get());
+                longest = std::max(longest, record->firstName().size());
+            }
+        }
+        if (!m_entries.empty()) {
+            writeTopics(longest);
+            return;
+        }
+        for (auto const& record : m_registry.records()) {
+            collect(*record);
+        }
+        writeSections();
+    }
+
+    /// The general help after a sentence that says that `topic` has no help of its own. The two
+    /// sentences follow each other without a blank; tools compare this text.
+    void writeUnknown(std::string_view topic) {
+        append(m_help, {"Help for ", topic, " not available.",
+                        "Please use one of the following topics:\n"});
+        writeAll();
+    }
+
+    std::string take() { return std::move(m_help); }
+
+private:
+    bool beginSection(std::size_t number) {
+        auto const& [name, text] = m_registry.sections()[number];
+        bool const isShown = m_style.shows(name);
+        if (isShown) {
+            append(m_help, {name, name.empty() ? "" : "\n"});
+            appendParagraph(m_help, text, "", kSectionColumn, kSectionWidth);
+            append(m_help, {text.empty() ? "" : "\n"});
+        }
+        return isShown;
+    }
+
+    /// Actions with one name are one topic, told by the last of them.
+    void writeTopics(std::size_t longest) {
+        internal::sortItems(m_entries);
+        for (SortItem const& entry : m_entries) {
+            std::string_view const name = entry.key;
+            std::string_view const description = optionOf(entry).m_description;
+            if (&entry != &m_entries.back() && (&entry)[1].key == name) {
+                continue;
+            }
+            append(m_help, {"    ", name});
+            if (!description.empty()) {
+                m_help.append(longest + 3 - name.size(), ' ');
+            }
+            append(m_help, {description, "\n"});
+        }
+    }
+
+    void writeEntry(OptionDescription const& option) {
+        m_caption.clear();
+        writeNames(option);
+        if (option.m_type == mosaic2::vtBool) {
+            writeSwitch(option);
+        } else if (option.m_type != mosaic2::vtNull) {
+            appendValue(m_caption, option);
+        }
+        if (m_caption.size() >= kDescriptionColumn) {
+            append(m_help, {m_caption, "\n"});
+            m_caption.clear();
+        }
+        appendParagraph(m_help, option.m_description, m_caption, kDescriptionColumn,
+                        kDescriptionWidth);
+    }
+
+    /// The names, the last one first, so that the primary name is next to the value.
+    void writeNames(OptionDescription const& option) {
+        bool const isDouble = (m_style.flags & kDoubleDashHelp) != 0;
+        for (std::size_t number = option.m_names.size(); number-- > 0;) {
+            std::string_view const name = option.m_names[number];
+            append(m_caption,
+                   {isDouble && name.size() >= 2 ? "--" : "-", name, number != 0 ? ", " : ""});
+        }
+    }
+
+    void writeSwitch(OptionDescription const& option) {
+        std::optional<bool> const state = defaultState(option);
+        append(m_caption, {state == true ? " (default)" : "",
+                           (m_style.flags & kDoubleDashHelp) != 0 ? " | --no-" : " | -no-",
+                           option.firstName(), state == false ? " (default)" : ""});
+    }
+
+    RegisteredOptionStorage const& m_registry;
+    HelpStyle const m_style;
+    internal::SortItems m_entries;
+    std::size_t m_expectedSize = 0;
+    std::string m_caption;  // of one entry after the other
+    std::string m_help;
+};
 
 }  // namespace
 
-std::string formatOptions(RegisteredOptionStorage const& registry, ShownOptions const& options,
-                          HelpStyle style) {
-    constexpr std::size_t kUsualCaption = 80;  // with what fills up its first line
-    std::vector<std::vector<Entry>> bySection(registry.sections().size());
-    std::size_t expectedSize = 0;
-    for (OptionDescription const* const option : options) {
-        // Each further line of at most 50 characters has 30 blanks before it, and ends early.
-        expectedSize += option->m_description.size() * 7 / 4 + kUsualCaption;
-        if (!option->m_isPositional) {
-            bySection[registry.sectionNumber(option->m_section)].push_back(
-                {internal::leadOf(option->firstName()), option});
-        }
-    }
-    std::string help;
-    help.reserve(expectedSize);
-    for (std::size_t number = 0; number < bySection.size(); ++number) {
-        auto const& [name, text] = registry.sections()[number];
-        if (!style.shows(name)) {
-            continue;
-        }
-        help += name;
-        help += name.empty() ? "" : "\n";
-        if (!text.empty()) {
-            appendParagraph(help, text, "", kSectionColumn, kSectionWidth);
-            help += '\n';
-        }
-        std::sort(bySection[number].begin(), bySection[number].end());
-        for (Entry const& entry : bySection[number]) {
-            appendEntry(help, *entry.option, style);
-        }
-        help += '\n';
-    }
-    return help;
-}
-
 std::string generalHelp(RegisteredOptionStorage const& registry, HelpStyle style) {
-    ShownOptions actions = getGlobalActions(registry);
-    std::erase_if(actions, [&](auto const* action) { return !style.shows(action->m_section); });
-    if (!actions.empty()) {
-        return topicList(actions);
-    }
-    ShownOptions all;
-    all.reserve(registry.records().size());
-    for (auto const& record : registry.records()) {
-        all.push_back(record.get());
-    }
-    return formatOptions(registry, all, style);
+    HelpWriter writer(registry, style);
+    writer.writeAll();
+    return writer.take();
 }
 
 std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
                       HelpStyle style) {
+    HelpWriter writer(registry, style);
     OptionDescription const* const option = registry.find(topic, {});
-    return option != nullptr ? formatOptions(registry, {option}, style)
-                             : unknownTopicHelp(registry, topic, style);
+    if (option != nullptr) {
+        writer.collect(*option);
+        writer.writeSections();
+    } else {
+        writer.writeUnknown(topic);
+    }
+    return writer.take();
 }
 
 std::string actionHelp(RegisteredOptionStorage const& registry, std::string_view action,
                        HelpStyle style) {
+    HelpWriter writer(registry, style);
     OptionDescription const* const found = registry.find(action, {});
-    return found != nullptr ? formatOptions(registry, findActionModifiers(registry, *found), style)
-                            : unknownTopicHelp(registry, action, style);
+    if (found == nullptr) {
+        writer.writeUnknown(action);
+        return writer.take();
+    }
+    for (auto const& record : registry.records()) {
+        if (isModifierOf(*record, *found)) {
+            writer.collect(*record);
+        }
+    }
+    writer.writeSections();
+    return writer.take();
 }
 
 std::string globalModifiersHelp(RegisteredOptionStorage const& registry, HelpStyle style) {
-    ShownOptions const modifiers = getGlobalModifiers(registry);
-    return modifiers.empty() ? std::string() : formatOptions(registry, modifiers, style);
-}
-
-std::string unknownTopicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
-                             HelpStyle style) {
-    // The two sentences follow each other without a blank; tools compare this text.
-    return internal::join({"Help for ", topic, " not available.",
-                           "Please use one of the following topics:\n",
-                           generalHelp(registry, style)});
+    HelpWriter writer(registry, style);
+    bool hasAny = false;
+    for (auto const& record : registry.records()) {
+        if (isGlobalModifier(*record)) {
+            writer.collect(*record);
+            hasAny = true;
+        }
+    }
+    if (hasAny) {
+        writer.writeSections();
+    }
+    return writer.take();
 }
 
 }  // namespace varo_3_3

@@ -1,22 +1,13 @@
 #pragma once
 
-#include <vector>
-
-#include "options/option_registry.h"
+#include "options/option_description.h"
 
 namespace varo_3_3 {
 
-/// Declarations to be shown, in declaration order.
-using ShownOptions = std::vector<OptionDescription const*>;
+/// Whether a declaration is an option, or a modifier without tags, which goes with every action.
+bool isGlobalModifier(OptionDescription const& record);
 
-/// All actions.
-ShownOptions getGlobalActions(RegisteredOptionStorage const& registry);
-
-/// All options and modifiers without tags, which go with every action.
-ShownOptions getGlobalModifiers(RegisteredOptionStorage const& registry);
-
-/// All modifiers that share a tag with `action`.
-ShownOptions findActionModifiers(RegisteredOptionStorage const& registry,
-                                 OptionDescription const& action);
+/// Whether a declaration is a modifier that shares a tag with `action`.
+bool isModifierOf(OptionDescription const& record, OptionDescription const& action);
 
 }  // namespace varo_3_3

@@ -93,10 +93,6 @@ char const* OptionDescription::getTypeName() const {
     return typeName(m_type);
 }
 
-std::string OptionDescription::getDefaultValueAsText() const {
-    return m_hasDefault ? toString(m_textHolder, m_defaultValue) : std::string();
-}
-
 char const* OptionDescription::toString(Garbage* holder, mosaic2::variant_t const& value) const {
     return holder->init(textOf(value));
 }

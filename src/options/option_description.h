@@ -58,9 +58,6 @@ public:
     /// The name of the type in help and messages; "" for one without conversion.
     char const* getTypeName() const;
 
-    /// "" when the record has no default, or one of a kind without text.
-    std::string getDefaultValueAsText() const;
-
     /// The text of `value`, held by `holder`.
     char const* toString(Garbage* holder, mosaic2::variant_t const& value) const;
 

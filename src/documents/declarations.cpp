@@ -1,6 +1,6 @@
 #include "documents/declarations.h"
 
-#include <algorithm>
+#include <cstddef>
 #include <exception>
 #include <memory>
 #include <string>
@@ -13,19 +13,52 @@
 namespace varo_3_3 {
 namespace {
 
-/// A structure for the host with the arrays that it points to. Refreshed in place: as long as the
-/// numbers of elements stay, so do the arrays.
+/// The arrays that a structure for the host points to, in one piece of memory. It is refreshed in
+/// place: as long as its size stays, so do the arrays.
+class Arrays {
+public:
+    void resize(std::size_t size) {
+        if (size != m_size) {
+            m_bytes.reset(new std::byte[size]);
+            m_size = size;
+        }
+        m_next = m_bytes.get();
+    }
+
+    /// The next array. Requires: resize() made room for it.
+    template <class Element>
+    Element* take(std::size_t count) {
+        static_assert(std::is_trivial_v<Element> && alignof(Element) == alignof(void*));
+        auto* const array = reinterpret_cast<Element*>(m_next);
+        m_next += count * sizeof(Element);
+        return array;
+    }
+
+    /// The next array, of these texts, which end by a zero.
+    template <class Texts>
+    char const* const* takeTexts(Texts const& texts) {
+        char const** const pointers = take<char const*>(texts.size());
+        char const** pointer = pointers;
+        for (std::string_view const text : texts) {
+            *pointer++ = text.data();
+        }
+        return pointers;
+    }
+
+private:
+    std::unique_ptr<std::byte[]> m_bytes;
+    std::size_t m_size = 0;
+    std::byte* m_next = nullptr;
+};
+
 struct DeclarationView {
     Declaration shown{};
-    std::vector<char const*> names;
-    std::vector<char const*> actions;
-    std::vector<DeclaredValue> allowed;
-    std::vector<ReplacedValue> deprecated;
+    Arrays arrays;
 };
 
 struct ActionGroupView {
     ActionGroup shown{};
-    std::vector<char const*> actions;
+    Arrays arrays;
 };
 
 }  // namespace
@@ -61,27 +94,29 @@ DeclaredValue show(Garbage& texts, mosaic2::variant_t const& value) {
     return {texts.init(text), &value};
 }
 
-template <class Texts>
-void point(std::vector<char const*>& pointers, Texts const& texts) {
-    pointers.resize(texts.size());
-    auto pointer = pointers.begin();
-    for (std::string_view const text : texts) {
-        *pointer++ = text.data();
+void refreshArrays(DeclarationView& view, OptionDescription const& record, Garbage& texts) {
+    Declaration& shown = view.shown;
+    view.arrays.resize((record.m_names.size() + record.m_tags.size()) * sizeof(char const*) +
+                       record.m_allowedValues.size() * sizeof(DeclaredValue) +
+                       record.m_deprecatedValues.size() * sizeof(ReplacedValue));
+    shown.names = view.arrays.takeTexts(record.m_names);
+    shown.actions = view.arrays.takeTexts(record.m_tags);
+    auto* allowed = view.arrays.take<DeclaredValue>(record.m_allowedValues.size());
+    shown.allowed = allowed;
+    for (mosaic2::variant_t const& value : record.m_allowedValues) {
+        *allowed++ = show(texts, value);
     }
-}
-
-void refreshValues(DeclarationView& view, OptionDescription const& record, Garbage& texts) {
-    view.allowed.resize(record.m_allowedValues.size());
-    for (std::size_t number = 0; number < view.allowed.size(); ++number) {
-        view.allowed[number] = show(texts, record.m_allowedValues[number]);
-    }
-    view.deprecated.resize(record.m_deprecatedValues.size());
-    auto replaced = view.deprecated.begin();
+    auto* replaced = view.arrays.take<ReplacedValue>(record.m_deprecatedValues.size());
+    shown.deprecated = replaced;
     for (auto const& [deprecated, replacement] : record.m_deprecatedValues) {
         *replaced++ = {show(texts, deprecated), show(texts, replacement)};
     }
-    view.shown.defaultValue = record.m_hasDefault ? show(texts, record.m_defaultValue)
-                                                  : DeclaredValue{texts.init(""), nullptr};
+    shown.nameCount = static_cast<int>(record.m_names.size());
+    shown.actionCount = static_cast<int>(record.m_tags.size());
+    shown.allowedCount = static_cast<int>(record.m_allowedValues.size());
+    shown.deprecatedCount = static_cast<int>(record.m_deprecatedValues.size());
+    shown.defaultValue = record.m_hasDefault ? show(texts, record.m_defaultValue)
+                                             : DeclaredValue{texts.init(""), nullptr};
 }
 
 int kindOf(OptionDescription const& record) {
@@ -92,15 +127,15 @@ int kindOf(OptionDescription const& record) {
 }
 
 bool readsFiles(OptionDescription const& record, BasicParser const& parser) {
-    auto const& names = record.m_names;
-    return parser.readsOptionFiles() &&
-           std::find(names.begin(), names.end(), kOptionFileName) != names.end();
+    bool isNamed = false;
+    for (std::string_view const name : record.m_names) {
+        isNamed = isNamed || name == kOptionFileName;
+    }
+    return isNamed && parser.readsOptionFiles();
 }
 
 void refresh(DeclarationView& view, OptionDescription const& record, BasicParser& parser) {
-    point(view.names, record.m_names);
-    point(view.actions, record.m_tags);
-    refreshValues(view, record, parser.texts());
+    refreshArrays(view, record, parser.texts());
 
     RegisteredOptionStorage const& registry = parser.registry();
     std::uint32_t const section = registry.sectionNumber(record.m_section);
@@ -109,23 +144,15 @@ void refresh(DeclarationView& view, OptionDescription const& record, BasicParser
     shown.index = static_cast<int>(record.m_index);
     shown.kind = kindOf(record);
     shown.type = record.m_type;
-    shown.nameCount = static_cast<int>(view.names.size());
-    shown.actionCount = static_cast<int>(view.actions.size());
-    shown.allowedCount = static_cast<int>(view.allowed.size());
-    shown.deprecatedCount = static_cast<int>(view.deprecated.size());
     shown.sectionNumber = static_cast<int>(section);
     shown.separator = static_cast<unsigned char>(record.m_tokenizer);
     shown.isPositional = record.m_isPositional ? 1 : 0;
     shown.isHidden = record.isHidden() ? 1 : 0;
     shown.readsFiles = readsFiles(record, parser) ? 1 : 0;
-    shown.names = view.names.data();
-    shown.actions = view.actions.data();
     shown.description = record.m_description.data();
     shown.typeName = record.m_type != mosaic2::vtBool ? typeName(record.m_type) : "";
     shown.section = record.m_section.data();
     shown.sectionText = registry.sections()[section].second.data();
-    shown.allowed = view.allowed.data();
-    shown.deprecated = view.deprecated.data();
 }
 
 }  // namespace
@@ -154,9 +181,10 @@ ActionGroup const* firstActionGroup(BasicParser& parser) {
     auto const& groups = parser.simultaneousActions();
     while (views.size() < groups.size()) {
         auto view = std::make_unique<ActionGroupView>();
-        point(view->actions, groups[views.size()]);
+        std::set<std::string> const& group = groups[views.size()];
+        view->arrays.resize(group.size() * sizeof(char const*));
         view->shown = {sizeof(ActionGroup), static_cast<int>(views.size()),
-                       static_cast<int>(view->actions.size()), 0, view->actions.data()};
+                       static_cast<int>(group.size()), 0, view->arrays.takeTexts(group)};
         views.push_back(std::move(view));
     }
     return !views.empty() ? &views.front()->shown : nullptr;

@@ -32,17 +32,13 @@ public:
         m_json = "{\n  \"schema\": \"varo-command-line\",\n  \"version\": 1,\n  \"flags\": [";
         writeFlags();
         m_json += "],\n  \"together\": [";
-        char const* separator = "";
         forEachActionGroup(m_parser, [&](ActionGroup const& group) {
-            m_json += separator;
-            separator = ", ";
+            separate(group.index);
             writeTexts(group.actions, group.actionCount);
         });
         m_json += "],\n  \"declarations\": [";
-        separator = "\n    {";
         forEachDeclaration(m_parser, [&](Declaration const& declaration) {
-            m_json += separator;
-            separator = ",\n    {";
+            m_json += declaration.index == 0 ? "\n    {" : ",\n    {";
             writeDeclaration(declaration);
             m_json += "\n    }";
         });
@@ -55,13 +51,12 @@ private:
         static constexpr char kNames[][22] = {"unknownIsError", "positionalAfterMarker",
                                               "dashGuard",      "takeTheRest",
                                               "keepCommas",     "doubleDashHelp"};
-        char const* separator = "";
+        int count = 0;
         int flag = kUnknownIsError;
         for (char const(&name)[22] : kNames) {
             if ((m_parser.flags() & flag) != 0) {
-                m_json += separator;
+                separate(count++);
                 writeQuoted(name);
-                separator = ", ";
             }
             flag *= 2;
         }
@@ -71,61 +66,77 @@ private:
         static constexpr char kKinds[][9] = {"option", "action", "modifier"};
         m_type = nameOf(declaration.type);
         m_isFirst = true;
-        beginMember("kind");
-        writeQuoted(kKinds[declaration.kind]);
-        beginMember("names");
-        writeArray(declaration.nameCount,
-                   [&](int number) { writeName(declaration.names[number], declaration); });
-        beginMember("type");
-        writeQuoted(m_type);
+        writeMember("kind", kKinds[declaration.kind]);
+        writeNames(declaration);
+        writeMember("type", m_type);
         beginMember("actions");
         writeTexts(declaration.actions, declaration.actionCount);
         beginMember("separator");
-        char const separator = static_cast<char>(declaration.separator);
-        writeText({&separator, declaration.separator != 0 ? 1U : 0U});
+        char const separator[] = {static_cast<char>(declaration.separator), '\0'};
+        writeText(separator);
         writeBool("positional", declaration.isPositional);
         writeBool("hidden", declaration.isHidden);
         writeBool("readsFiles", declaration.readsFiles);
+        writeValues(declaration);
+        writeMember("description", declaration.description);
+        writeMember("section", declaration.section);
+        writeMember("sectionText", declaration.sectionText);
+    }
+
+    void writeNames(Declaration const& declaration) {
+        beginMember("names");
+        m_json += '[';
+        for (int number = 0; number < declaration.nameCount; ++number) {
+            std::string_view const name = declaration.names[number];
+            separate(number);
+            m_json += "{\"name\": ";
+            writeText(name);
+            m_spelling = name;
+            m_json += ", \"shortest\": ";
+            writeShortest(declaration.index, false);
+            if (declaration.type == mosaic2::vtBool) {
+                m_spelling.insert(0, "no-");
+                m_json += ", \"shortestNegation\": ";
+                writeShortest(declaration.index, true);
+            }
+            m_json += '}';
+        }
+        m_json += ']';
+    }
+
+    void writeValues(Declaration const& declaration) {
         beginMember("allowed");
-        writeArray(declaration.allowedCount,
-                   [&](int number) { writeValue(declaration.allowed[number]); });
+        m_json += '[';
+        for (int number = 0; number < declaration.allowedCount; ++number) {
+            separate(number);
+            writeValue(declaration.allowed[number]);
+        }
+        m_json += ']';
         beginMember("deprecated");
-        writeArray(declaration.deprecatedCount, [&](int number) {
+        m_json += '[';
+        for (int number = 0; number < declaration.deprecatedCount; ++number) {
+            separate(number);
             m_json += "{\"value\": ";
             writeValue(declaration.deprecated[number].deprecated);
             m_json += ", \"replacement\": ";
             writeValue(declaration.deprecated[number].replacement);
             m_json += '}';
-        });
+        }
+        m_json += ']';
         beginMember("default");
         if (declaration.defaultValue.value != nullptr) {
             writeValue(declaration.defaultValue);
         } else {
             m_json += "null";
         }
-        beginMember("description");
-        writeText(declaration.description);
-        beginMember("section");
-        writeText(declaration.section);
-        beginMember("sectionText");
-        writeText(declaration.sectionText);
     }
 
-    void writeName(std::string const& name, Declaration const& declaration) {
-        m_json += "{\"name\": ";
-        writeText(name);
-        writeShortest(", \"shortest\": ", name, declaration.index, false);
-        if (declaration.type == mosaic2::vtBool) {
-            writeShortest(", \"shortestNegation\": ", "no-" + name, declaration.index, true);
-        }
-        m_json += '}';
-    }
-
-    /// Writes the shortest beginning of `name` that means the declaration of this number; the whole
-    /// name if there is none among those that anybody would type.
-    void writeShortest(char const* member, std::string_view name, int number, bool isNegated) {
+    /// Writes the shortest beginning of m_spelling that means the declaration of this number; all
+    /// of it if there is none among those that anybody would type.
+    void writeShortest(int number, bool isNegated) {
         constexpr std::size_t kLongest = 200;
         NameIndex& names = m_parser.registry().names();
+        std::string_view const name = m_spelling;
         std::size_t length = 0;
         bool isMeant = false;
         while (!isMeant && length < name.size()) {
@@ -136,7 +147,6 @@ private:
                       names.recordOf(key) == static_cast<std::uint32_t>(number) &&
                       names.isNegated(key) == isNegated;
         }
-        m_json += member;
         writeText(name.substr(0, length));
     }
 
@@ -158,25 +168,27 @@ private:
         m_json += value != 0 ? "true" : "false";
     }
 
-    void beginMember(char const* name) {
-        m_json += m_isFirst ? "\n      " : ",\n      ";
-        m_isFirst = false;
-        writeQuoted(name);
-        m_json += ": ";
+    void writeMember(char const* name, char const* text) {
+        beginMember(name);
+        writeText(text);
     }
 
-    template <class WriteElement>
-    void writeArray(int count, WriteElement writeElement) {
-        m_json += '[';
-        for (int number = 0; number < count; ++number) {
-            m_json += number != 0 ? ", " : "";
-            writeElement(number);
-        }
-        m_json += ']';
+    void beginMember(char const* name) {
+        m_json += m_isFirst ? "\n      \"" : ",\n      \"";
+        m_json += name;
+        m_json += "\": ";
+        m_isFirst = false;
     }
+
+    void separate(int number) { m_json += number != 0 ? ", " : ""; }
 
     void writeTexts(char const* const* texts, int count) {
-        writeArray(count, [&](int number) { writeText(texts[number]); });
+        m_json += '[';
+        for (int number = 0; number < count; ++number) {
+            separate(number);
+            writeText(texts[number]);
+        }
+        m_json += ']';
     }
 
     /// A text; where it is not UTF-8, with all its bytes.
@@ -234,6 +246,7 @@ private:
     BasicParser& m_parser;
     char const* m_type = "";  // of the declaration that is being written
     bool m_isFirst = false;   // of its members
+    std::string m_spelling;   // of the name that is being written
     std::string m_json;
 };
 

@@ -6,16 +6,11 @@
 #include "documents/page.h"
 #include "documents/printable.h"
 #include "documents/sized.h"
-#include "platform/join.h"
 
 namespace varo_3_3 {
 namespace {
 
 using namespace internal;
-
-bool isMissing(char const* text) {
-    return printableLine(textOf(text)).find_first_not_of(' ') == std::string::npos;
-}
 
 /// Whether a date reads like "2026-11-21".
 bool isDate(std::string_view text) {
@@ -28,102 +23,147 @@ bool isDate(std::string_view text) {
 
 bool isWritable(Manual const& about, int form) {
     return (form == kManualPage || form == kManualMarkdown) && about.section >= 1 &&
-           about.section <= 9 && !isMissing(about.name) && !isMissing(about.summary) &&
+           about.section <= 9 && !isBlank(about.name) && !isBlank(about.summary) &&
            isDate(textOf(about.date));
 }
 
-/// What is told of a declaration below its forms.
-std::string entryText(Outline const& outline, Declaration const& declaration) {
-    std::string text = printable(declaration.description);
-    std::string defaultText;
-    outline.addDefault(defaultText, declaration);
-    if (!defaultText.empty()) {
-        text += "\nDefault: ";
-        text += defaultText;
-    }
-    for (int number = 0; number < declaration.deprecatedCount; ++number) {
-        ReplacedValue const& replaced = declaration.deprecated[number];
-        text += '\n';
-        text += printableLine(replaced.deprecated.text);
-        text += " is deprecated and replaced by ";
-        text += printableLine(replaced.replacement.text);
-    }
-    text += declaration.isPositional != 0 ? "\nPlain arguments are its values." : "";
-    return text;
-}
+/// Writes a manual, all of whose required texts are there.
+class ManualWriter {
+public:
+    ManualWriter(BasicParser& parser, Manual const& about, ManualForm form)
+        : m_about(about),
+          m_isPage(form == kManualPage),
+          m_outline(parser, false, nullptr),
+          m_page(form) {}
 
-std::string formsOf(Outline const& outline, Declaration const& declaration) {
-    std::string forms;
-    for (int number = declaration.nameCount; number-- > 0;) {
-        outline.addDashed(forms, declaration.names[number]);
-        forms += number != 0 ? "\t\n" : "\t";
+    std::string write() {
+        addTitle();
+        addSynopsis();
+        addPart("Description", m_about.description);
+        addDeclarations();
+        addPart("Exit status", m_about.exitStatus);
+        addPart("Files", m_about.files);
+        addPart("Examples", m_about.examples);
+        addPart("See also", m_about.seeAlso);
+        return m_page.take();
     }
-    addValueForm(forms, declaration);
-    if (declaration.type == mosaic2::vtBool) {
-        forms += '\n';
-        outline.addNegated(forms, declaration);
-        forms += '\t';
-    }
-    return forms;
-}
 
-void addDeclarations(Page& page, Outline const& outline) {
-    for (std::size_t number = 0; number < outline.entries().size(); ++number) {
-        Outline::Entry const& entry = outline.entries()[number];
-        Declaration const& declaration = *entry.declaration;
-        if (outline.beginsPart(number) && entry.part != Outline::kModifiers) {
-            page.heading(entry.part == Outline::kActions ? "Actions" : "Options");
+private:
+    void addTitle() {
+        addPrintableLine(m_name, m_about.name);
+        m_text = m_name;
+        m_text += isBlank(m_about.version) ? "" : " ";
+        addPrintableLine(m_text, textOf(m_about.version));
+        m_page.begin(m_name, m_about.section, m_about.date, m_text);
+        if (m_isPage) {
+            m_page.heading("Name");
+            m_text = m_name;
+            m_text += " - ";
+            addPrintableLine(m_text, m_about.summary);
+        } else {
+            std::string const source = std::move(m_text);
+            m_text.clear();
+            addPrintableLine(m_text, m_about.summary);
+            m_text += "\n\n";
+            m_text += source;
+            m_text += ", ";
+            m_text += m_about.date;
         }
-        if (outline.beginsGroup(number)) {
-            std::string const heading = outline.heading(entry);
-            if (!heading.empty()) {
-                page.subheading(heading);
+        m_page.text(m_text, false);
+    }
+
+    void addSynopsis() {
+        m_page.heading("Synopsis");
+        m_text.clear();
+        if (isBlank(m_about.synopsis)) {
+            m_outline.addUsage(m_text);
+            m_page.usage(m_name, m_text);
+        } else {
+            addText(m_about.synopsis, true);
+        }
+    }
+
+    void addPart(char const* heading, char const* text) {
+        if (!isBlank(text)) {
+            m_page.heading(heading);
+            addText(text, true);
+        }
+    }
+
+    void addText(char const* text, bool keepsIndented) {
+        m_text.clear();
+        addPrintable(m_text, text);
+        m_page.text(m_text, keepsIndented);
+    }
+
+    void addDeclarations() {
+        for (std::size_t number = 0; number < m_outline.size(); ++number) {
+            addHeadings(number);
+            writeForms(m_outline.declaration(number));
+            writeText(m_outline.declaration(number));
+            m_page.entry(m_forms, m_text);
+            if (m_outline.endsActions(number)) {
+                m_text.clear();
+                m_outline.addTogether(m_text);
+                m_page.text(m_text, false);
             }
-            if (entry.part == Outline::kOptions) {
-                page.text(printable(declaration.sectionText), false);
+        }
+    }
+
+    void addHeadings(std::size_t number) {
+        Outline::Part const part = m_outline.part(number);
+        if (m_outline.beginsPart(number) && part != Outline::kModifiers) {
+            m_page.heading(part == Outline::kActions ? "Actions" : "Options");
+        }
+        if (m_outline.beginsGroup(number)) {
+            m_text.clear();
+            m_outline.addHeading(m_text, number);
+            if (!m_text.empty()) {
+                m_page.subheading(m_text);
+            }
+            if (part == Outline::kOptions) {
+                addText(m_outline.declaration(number).sectionText, false);
             }
         }
-        page.entry(formsOf(outline, declaration), entryText(outline, declaration));
-        if (outline.endsActions(number)) {
-            page.text(outline.together(), false);
+    }
+
+    void writeForms(Declaration const& declaration) {
+        m_forms.clear();
+        for (int number = declaration.nameCount; number-- > 0;) {
+            m_outline.addDashed(m_forms, declaration.names[number]);
+            m_forms += number != 0 ? "\t\n" : "\t";
+        }
+        addValueForm(m_forms, declaration);
+        if (declaration.type == mosaic2::vtBool) {
+            m_forms += '\n';
+            m_outline.addNegated(m_forms, declaration);
+            m_forms += '\t';
         }
     }
-}
 
-void addPart(Page& page, std::string_view heading, char const* text) {
-    if (!isMissing(text)) {
-        page.heading(heading);
-        page.text(printable(text), true);
+    /// What is told of a declaration below its forms.
+    void writeText(Declaration const& declaration) {
+        m_text.clear();
+        addPrintable(m_text, declaration.description);
+        m_outline.addDefault(m_text, "\nDefault: ", declaration);
+        for (int number = 0; number < declaration.deprecatedCount; ++number) {
+            ReplacedValue const& replaced = declaration.deprecated[number];
+            m_text += '\n';
+            addPrintableLine(m_text, replaced.deprecated.text);
+            m_text += " is deprecated and replaced by ";
+            addPrintableLine(m_text, replaced.replacement.text);
+        }
+        m_text += declaration.isPositional != 0 ? "\nPlain arguments are its values." : "";
     }
-}
 
-std::string write(BasicParser& parser, Manual const& about, ManualForm form) {
-    std::string const name = printableLine(about.name);
-    std::string const version = printableLine(textOf(about.version));
-    std::string const source = join({name, version.empty() ? "" : " ", version});
-    Outline const outline(parser, false, nullptr);
-    Page page(form);
-    page.begin(name, about.section, about.date, source);
-    if (form == kManualPage) {
-        page.heading("Name");
-        page.text(join({name, " - ", printableLine(about.summary)}), false);
-    } else {
-        page.text(join({printableLine(about.summary), "\n\n", source, ", ", about.date}), false);
-    }
-    page.heading("Synopsis");
-    if (isMissing(about.synopsis)) {
-        page.usage(name, outline.usage());
-    } else {
-        page.text(printable(about.synopsis), true);
-    }
-    addPart(page, "Description", about.description);
-    addDeclarations(page, outline);
-    addPart(page, "Exit status", about.exitStatus);
-    addPart(page, "Files", about.files);
-    addPart(page, "Examples", about.examples);
-    addPart(page, "See also", about.seeAlso);
-    return page.take();
-}
+    Manual const& m_about;
+    bool const m_isPage;
+    Outline const m_outline;
+    Page m_page;
+    std::string m_name;
+    std::string m_forms;
+    std::string m_text;  // of one part after the other
+};
 
 }  // namespace
 
@@ -135,7 +175,8 @@ char const* manual(IParser* parser, Manual const* about, int form) {
     try {
         Manual const known = internal::knownPart(about);
         return isWritable(known, form)
-                   ? ours->texts().init(write(*ours, known, static_cast<ManualForm>(form)))
+                   ? ours->texts().init(
+                         ManualWriter(*ours, known, static_cast<ManualForm>(form)).write())
                    : "";
     } catch (std::exception const&) {  // no memory
         return "";

@@ -7,14 +7,16 @@
 namespace varo_3_3::internal {
 namespace {
 
-using Entry = Outline::Entry;
+[[gnu::noinline]] int compare(char const* left, char const* right) {
+    return std::string_view(left).compare(right);
+}
 
 /// Whether a modifier fits an action: the tags of both are in byte order.
 bool shareTag(Declaration const& modifier, Declaration const& action) {
     int left = 0;
     int right = 0;
     while (left < modifier.actionCount && right < action.actionCount) {
-        int const order = std::string_view(modifier.actions[left]).compare(action.actions[right]);
+        int const order = compare(modifier.actions[left], action.actions[right]);
         if (order == 0) {
             return true;
         }
@@ -34,52 +36,20 @@ bool hasName(Declaration const& declaration, std::string_view name) {
     return false;
 }
 
-int compareTags(Declaration const& left, Declaration const& right) {
-    int const common = std::min(left.actionCount, right.actionCount);
-    for (int number = 0; number < common; ++number) {
-        int const order = std::string_view(left.actions[number]).compare(right.actions[number]);
-        if (order != 0) {
-            return order;
-        }
-    }
-    return left.actionCount - right.actionCount;
-}
-
 /// The place of an option's section: those without one come first.
-int rankOf(Declaration const& declaration) {
-    return declaration.section[0] == '\0' ? -1 : declaration.sectionNumber;
+std::uint64_t rankOf(Declaration const& declaration) {
+    return declaration.section[0] == '\0'
+               ? 0
+               : static_cast<std::uint64_t>(declaration.sectionNumber) + 1;
 }
 
-int compareGroups(Entry const& left, Entry const& right) {
-    if (left.part != right.part) {
-        return left.part - right.part;
-    }
-    if (left.part == Outline::kModifiers) {
-        return compareTags(*left.declaration, *right.declaration);
-    }
-    return left.part == Outline::kOptions ? rankOf(*left.declaration) - rankOf(*right.declaration)
-                                          : 0;
-}
-
-bool isBefore(Entry const& left, Entry const& right) {
-    int order = compareGroups(left, right);
-    order = order != 0 ? order : left.key.compare(right.key);
-    return order < 0 || (order == 0 && left.declaration->index < right.declaration->index);
-}
-
-/// By a heap, which is a third of the code that std::sort is.
-void sort(std::vector<Entry>& entries) {
-    std::make_heap(entries.begin(), entries.end(), isBefore);
-    std::sort_heap(entries.begin(), entries.end(), isBefore);
-}
-
-/// Where the entries with this key begin, in a list of one group.
-std::size_t find(std::vector<Entry> const& entries, std::string_view key) {
+/// Where the items with this key begin, in a list of one group.
+std::size_t find(SortItems const& items, std::string_view key) {
     std::size_t first = 0;
-    std::size_t last = entries.size();
+    std::size_t last = items.size();
     while (first < last) {
         std::size_t const middle = (first + last) / 2;
-        if (entries[middle].key < key) {
+        if (items[middle].key < key) {
             first = middle + 1;
         } else {
             last = middle;
@@ -88,23 +58,23 @@ std::size_t find(std::vector<Entry> const& entries, std::string_view key) {
     return first;
 }
 
-bool contains(std::vector<Entry> const& entries, std::string_view key) {
-    std::size_t const place = find(entries, key);
-    return place < entries.size() && entries[place].key == key;
+bool contains(SortItems const& items, std::string_view key) {
+    std::size_t const place = find(items, key);
+    return place < items.size() && items[place].key == key;
 }
 
-bool containsTag(std::vector<Entry> const& entries, Declaration const& declaration) {
+bool containsTag(SortItems const& items, Declaration const& declaration) {
     for (int number = 0; number < declaration.actionCount; ++number) {
-        if (contains(entries, declaration.actions[number])) {
+        if (contains(items, declaration.actions[number])) {
             return true;
         }
     }
     return false;
 }
 
-void addTags(std::vector<Entry>& entries, Declaration const& declaration) {
+void addTags(SortItems& items, Declaration const& declaration) {
     for (int number = 0; number < declaration.actionCount; ++number) {
-        entries.push_back({Outline::kActions, declaration.actions[number], &declaration});
+        addItem(items, 0, declaration.actions[number], &declaration);
     }
 }
 
@@ -129,14 +99,14 @@ void Outline::lookAround(bool hidden, char const* topic) {
         if (!hidden && declaration.isHidden != 0) {
             return;
         }
-        m_actionNames.push_back({kActions, declaration.names[0], &declaration});
+        addItem(m_actionNames, 0, declaration.names[0], &declaration);
         addTags(m_actionTags, declaration);
         if (topic != nullptr && m_topic == nullptr && hasName(declaration, topic)) {
             m_topic = &declaration;
         }
     });
-    sort(m_actionNames);
-    sort(m_actionTags);
+    sortItems(m_actionNames);
+    sortItems(m_actionTags);
 }
 
 void Outline::select(bool hidden, char const* topic) {
@@ -149,73 +119,102 @@ void Outline::select(bool hidden, char const* topic) {
         if (!isWanted || (declaration.isHidden != 0) != hidden) {
             return;
         }
-        Part part = kOptions;
-        if (declaration.kind == kDeclaredAction) {
-            part = kActions;
-        } else if (containsTag(m_actionTags, declaration)) {
-            part = m_topic != nullptr ? kModifiersOfTopic : kModifiers;
+        std::uint64_t const part = partFor(declaration);
+        addItem(m_entries, part << 32U | (part == kOptions ? rankOf(declaration) : 0),
+                declaration.names[0], &declaration);
+        if (part == kModifiers || part == kModifiersOfTopic) {
             addTags(m_modifierTags, declaration);
         }
-        m_entries.push_back({part, declaration.names[0], &declaration});
     });
-    sort(m_entries);
-    sort(m_modifierTags);
+    sortItems(m_entries, compareTags);
+    sortItems(m_modifierTags);
+}
+
+Outline::Part Outline::partFor(Declaration const& declaration) const {
+    if (declaration.kind == kDeclaredAction) {
+        return kActions;
+    }
+    if (!containsTag(m_actionTags, declaration)) {
+        return kOptions;
+    }
+    return m_topic != nullptr ? kModifiersOfTopic : kModifiers;
+}
+
+/// Brings modifiers together that fit the same actions.
+int Outline::compareTags(SortItem const& left, SortItem const& right) {
+    if (partOf(left) != kModifiers) {
+        return 0;
+    }
+    Declaration const& first = declarationOf(left);
+    Declaration const& second = declarationOf(right);
+    int const common = std::min(first.actionCount, second.actionCount);
+    for (int number = 0; number < common; ++number) {
+        int const order = compare(first.actions[number], second.actions[number]);
+        if (order != 0) {
+            return order;
+        }
+    }
+    return first.actionCount - second.actionCount;
 }
 
 bool Outline::beginsPart(std::size_t number) const {
-    return number == 0 || m_entries[number - 1].part != m_entries[number].part;
+    return number == 0 || part(number - 1) != part(number);
 }
 
 bool Outline::beginsGroup(std::size_t number) const {
-    return number == 0 || compareGroups(m_entries[number - 1], m_entries[number]) != 0;
+    return number == 0 || m_entries[number - 1].group != m_entries[number].group ||
+           compareTags(m_entries[number - 1], m_entries[number]) != 0;
 }
 
 bool Outline::endsActions(std::size_t number) const {
-    return m_entries[number].part == kActions &&
-           (number + 1 == m_entries.size() || beginsPart(number + 1));
+    return part(number) == kActions && (number + 1 == size() || beginsPart(number + 1));
 }
 
-std::string Outline::heading(Entry const& entry) const {
-    if (entry.part == kActions || entry.part == kOptions) {
-        return printableLine(entry.part == kOptions ? entry.declaration->section : "");
+void Outline::addHeading(std::string& text, std::size_t number) const {
+    Part const ownPart = part(number);
+    if (ownPart == kOptions) {
+        addPrintableLine(text, declaration(number).section);
+    } else if (ownPart != kActions) {
+        text += "Modifiers of ";
     }
-    std::string text = "Modifiers of ";
-    if (entry.part == kModifiersOfTopic) {
+    if (ownPart == kModifiersOfTopic) {
         addDashed(text, m_topic->names[0]);
-        return text;
+    } else if (ownPart == kModifiers) {
+        void const* last = nullptr;
+        for (SortItem const& action : actionsOf(declaration(number))) {
+            if (action.item != last) {
+                text += last != nullptr ? ", " : "";
+                addDashed(text, action.key);
+                last = action.item;
+            }
+        }
     }
-    std::vector<Entry> actions;
-    for (int number = 0; number < entry.declaration->actionCount; ++number) {
-        std::string_view const tag = entry.declaration->actions[number];
+}
+
+/// The actions that a modifier fits, by name; one may be there several times.
+SortItems Outline::actionsOf(Declaration const& modifier) const {
+    SortItems actions;
+    for (int number = 0; number < modifier.actionCount; ++number) {
+        std::string_view const tag = modifier.actions[number];
         for (std::size_t place = find(m_actionTags, tag);
              place < m_actionTags.size() && m_actionTags[place].key == tag; ++place) {
-            Declaration const* const action = m_actionTags[place].declaration;
-            actions.push_back({kActions, action->names[0], action});
+            Declaration const& action = declarationOf(m_actionTags[place]);
+            addItem(actions, 0, action.names[0], &action);
         }
     }
-    sort(actions);
-    Declaration const* last = nullptr;
-    for (Entry const& action : actions) {
-        if (action.declaration != last) {
-            text += last != nullptr ? ", " : "";
-            addDashed(text, action.key);
-            last = action.declaration;
-        }
-    }
-    return text;
+    sortItems(actions);
+    return actions;
 }
 
-std::string Outline::usage() const {
-    std::string text;
-    for (Entry const& entry : m_entries) {
-        if (entry.part == kActions && (m_topic == nullptr || m_topic == entry.declaration)) {
-            addUsage(text, entry.declaration);
+void Outline::addUsage(std::string& text) const {
+    for (SortItem const& entry : m_entries) {
+        if (partOf(entry) == kActions && (m_topic == nullptr || m_topic == entry.item)) {
+            addUsage(text, &declarationOf(entry));
         }
     }
     if (!m_hasActions && m_isWhole) {
         addUsage(text, nullptr);
     }
-    return text;
 }
 
 /// Appends the form of the command line with `action`, or of the one without actions.
@@ -225,7 +224,7 @@ void Outline::addUsage(std::string& text, Declaration const* action) const {
         addDashed(text, action->names[0]);
         addValueForm(text, *action);
     }
-    bool const hasOptions = !m_entries.empty() && m_entries.back().part == kOptions;
+    bool const hasOptions = !m_entries.empty() && partOf(m_entries.back()) == kOptions;
     if (hasOptions || (action != nullptr && containsTag(m_modifierTags, *action))) {
         text += text.size() != begin ? " " : "";
         text += "[OPTION]...";
@@ -234,56 +233,60 @@ void Outline::addUsage(std::string& text, Declaration const* action) const {
         m_positional->kind != kDeclaredAction &&
         (action == nullptr || m_positional->actionCount == 0 || shareTag(*m_positional, *action))) {
         text += text.size() != begin ? " [<" : "[<";
-        text += printableLine(m_positional->names[0]);
+        addPrintableLine(text, m_positional->names[0]);
         text += ">]...";
     }
     text += '\n';
 }
 
-std::string Outline::together() const {
-    std::string text;
-    for (ActionGroup const* group = firstActionGroup(m_parser); group != nullptr;
-         group = actionGroupAfter(m_parser, *group)) {
-        std::string line;
+void Outline::addTogether(std::string& text) const {
+    forEachActionGroup(m_parser, [&](ActionGroup const& group) {
+        std::size_t const begin = text.size();
         int count = 0;
         bool isShown = m_topic == nullptr;
-        for (int number = 0; number < group->actionCount; ++number) {
-            std::string_view const name = group->actions[number];
+        for (int number = 0; number < group.actionCount; ++number) {
+            std::string_view const name = group.actions[number];
             if (contains(m_actionNames, name)) {
-                line += count++ != 0 ? ", " : "These may be given together: ";
-                addDashed(line, name);
+                text += count++ != 0 ? ", " : "These may be given together: ";
+                addDashed(text, name);
                 isShown = isShown || name == m_topic->names[0];
             }
         }
-        if (count >= 2 && isShown) {
-            text += line;
-            text += '\n';
+        text += '\n';
+        if (count < 2 || !isShown) {
+            text.resize(begin);
         }
-    }
-    return text;
+    });
 }
 
 void Outline::addDashed(std::string& text, std::string_view name) const {
     bool const isDouble = (m_parser.flags() & kDoubleDashHelp) != 0 && name.size() >= 2;
     text += isDouble ? "--" : "-";
-    text += printableLine(name);
+    addPrintableLine(text, name);
 }
 
 void Outline::addNegated(std::string& text, Declaration const& declaration) const {
     text += (m_parser.flags() & kDoubleDashHelp) != 0 ? "--no-" : "-no-";
-    text += printableLine(declaration.names[0]);
+    addPrintableLine(text, declaration.names[0]);
 }
 
-void Outline::addDefault(std::string& text, Declaration const& declaration) const {
+bool Outline::addDefault(std::string& text, char const* lead,
+                         Declaration const& declaration) const {
     mosaic2::variant_t const* const value = declaration.defaultValue.value;
-    if (value == nullptr || declaration.type == mosaic2::vtNull) {
-        return;
+    bool const isSwitch = declaration.type == mosaic2::vtBool;
+    if (value == nullptr || declaration.type == mosaic2::vtNull ||
+        (isSwitch ? !value->can_get<bool>() : declaration.defaultValue.text[0] == '\0')) {
+        return false;
     }
-    if (declaration.type != mosaic2::vtBool) {
-        text += printableLine(declaration.defaultValue.text);
-    } else if (value->can_get<bool>()) {
-        value->get<bool>() ? addDashed(text, declaration.names[0]) : addNegated(text, declaration);
+    text += lead;
+    if (!isSwitch) {
+        addPrintableLine(text, declaration.defaultValue.text);
+    } else if (value->get<bool>()) {
+        addDashed(text, declaration.names[0]);
+    } else {
+        addNegated(text, declaration);
     }
+    return true;
 }
 
 void addValueForm(std::string& text, Declaration const& declaration) {
@@ -297,7 +300,7 @@ void addValueForm(std::string& text, Declaration const& declaration) {
     }
     for (int number = 0; number < declaration.allowedCount; ++number) {
         text += number == 0 ? "=" : " | ";
-        text += printableLine(declaration.allowed[number].text);
+        addPrintableLine(text, declaration.allowed[number].text);
     }
 }
 

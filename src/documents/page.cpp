@@ -25,8 +25,7 @@ bool isBlank(std::string_view text) {
 
 }  // namespace
 
-void Page::begin(std::string_view program, int section, std::string_view date,
-                 std::string_view source) {
+void Page::begin(std::string_view program, int section, char const* date, std::string_view source) {
     add(".TH ", "# ");
     if (!m_isMan) {
         addMarkdownWords(m_text, program);
@@ -46,10 +45,10 @@ void Page::begin(std::string_view program, int section, std::string_view date,
     m_text += "\n.ad l\n.nh\n";
 }
 
-void Page::heading(std::string_view text) {
+void Page::heading(char const* text) {
     add(".SH ", "\n## ");
-    for (char const byte : text) {
-        m_text += m_isMan ? upperCase(byte) : byte;
+    for (; *text != '\0'; ++text) {
+        m_text += m_isMan ? upperCase(*text) : *text;
     }
     m_text += '\n';
     m_isFresh = true;
@@ -79,7 +78,7 @@ void Page::text(std::string_view text, bool keepsIndented) {
         }
         if (!isEmpty) {
             isInParagraph ? breakLine() : beginParagraph();
-            m_isMan ? addRoffWords(m_text, line) : addMarkdownWords(m_text, line);
+            words(line);
             isInParagraph = true;
         }
         text = rest;
@@ -130,6 +129,10 @@ void Page::form(std::string_view name, std::string_view value) {
     } else {
         addMarkdownCode(m_text, name, value);
     }
+}
+
+void Page::words(std::string_view line) {
+    m_isMan ? addRoffWords(m_text, line) : addMarkdownWords(m_text, line);
 }
 
 void Page::beginParagraph() {

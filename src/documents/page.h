@@ -14,10 +14,9 @@ public:
     explicit Page(ManualForm form) : m_isMan(form == kManualPage) {}
 
     /// The first lines. Only one-line texts.
-    void begin(std::string_view program, int section, std::string_view date,
-               std::string_view source);
+    void begin(std::string_view program, int section, char const* date, std::string_view source);
 
-    void heading(std::string_view text);
+    void heading(char const* text);
     void subheading(std::string_view text);
 
     /// Paragraphs; lines that begin with a blank stand as they are, if `keepsIndented`.
@@ -37,15 +36,14 @@ private:
     void breakLine();
     void code(std::string_view& text);
     void form(std::string_view name, std::string_view value);
+    void words(std::string_view line);
 
     /// Appends what is written in the one form or the other.
-    void add(std::string_view man, std::string_view markdown) {
-        m_text += m_isMan ? man : markdown;
-    }
+    void add(char const* man, char const* markdown) { m_text += m_isMan ? man : markdown; }
 
     bool const m_isMan;
     bool m_isFresh = true;      // nothing stands below the last heading yet
-    std::string_view m_indent;  // of Markdown's lines inside an entry
+    char const* m_indent = "";  // of Markdown's lines inside an entry
     std::string m_text;
 };
 

@@ -2,27 +2,26 @@
 
 #include <algorithm>
 
-#include "platform/utf.h"
 #include "varo/printable.h"
 
 namespace varo_3_3::internal {
 namespace {
 
-std::string cleaned(std::string_view text, char lineFeed) {
-    std::string result;
-    result.reserve(text.size());
-    while (!text.empty()) {
-        char32_t const character = takeCharacter(text);
+void addCleaned(std::string& text, std::string_view raw, std::string_view lineFeed) {
+    while (!raw.empty()) {
+        std::string_view shown = raw;
+        char32_t const character = takeCharacter(raw);
         if (character == '\n') {
-            result += lineFeed;
+            shown = lineFeed;
         } else if (character >= '\t' && character <= '\r') {
-            result += ' ';
+            shown = " ";
+        } else if (character == kReplacementCharacter || isControl(character)) {
+            shown = "\xEF\xBF\xBD";
         } else {
-            result += BRIX::utf32_to_utf8(isControl(character) ? kReplacementCharacter : character)
-                          .view();
+            shown.remove_suffix(raw.size());
         }
+        text += shown;
     }
-    return result;
 }
 
 }  // namespace
@@ -34,12 +33,25 @@ char32_t takeCharacter(std::string_view& text) noexcept {
     return length != 0 ? character : kReplacementCharacter;
 }
 
-std::string printable(std::string_view text) {
-    return cleaned(text, '\n');
+void addPrintable(std::string& text, std::string_view raw) {
+    addCleaned(text, raw, "\n");
 }
 
-std::string printableLine(std::string_view text) {
-    return cleaned(text, ' ');
+void addPrintableLine(std::string& text, std::string_view raw) {
+    addCleaned(text, raw, " ");
+}
+
+void addPrintable(std::string& text, char const* raw) {
+    addCleaned(text, raw, "\n");
+}
+
+void addPrintableLine(std::string& text, char const* raw) {
+    addCleaned(text, raw, " ");
+}
+
+bool isBlank(char const* text) noexcept {
+    return text == nullptr ||
+           std::string_view(text).find_first_not_of(" \t\n\v\f\r") == std::string_view::npos;
 }
 
 std::string_view takeWord(std::string_view& line) noexcept {

@@ -31,99 +31,115 @@ int columnsOf(HelpLayout const& layout) {
     return std::clamp(columns, kFewestColumns, kMostColumns);
 }
 
-std::string bold(std::string_view text) {
-    std::string marked(1, TerminalPage::kBold);
-    marked += text;
-    marked += TerminalPage::kPlain;
-    return marked;
-}
+/// Writes the help for a terminal.
+class TerminalHelp {
+public:
+    TerminalHelp(BasicParser& parser, HelpLayout const& layout)
+        : m_program(textOf(layout.program)),
+          m_columns(columnsOf(layout)),
+          m_outline(parser, layout.hidden != 0, layout.topic),
+          m_page(m_columns, layout.emphasis != 0) {}
 
-/// What stands in front of a description: "-l, --level=<integer> (3)".
-std::string captionOf(Outline const& outline, Declaration const& declaration) {
-    std::string caption;
-    auto const addBold = [&](auto addForm) {
-        caption += TerminalPage::kBold;
-        addForm();
-        caption += TerminalPage::kPlain;
-    };
-    for (int number = declaration.nameCount; number-- > 0;) {
-        addBold([&] { outline.addDashed(caption, declaration.names[number]); });
-        caption += number != 0 ? ", " : "";
-    }
-    if (declaration.type != mosaic2::vtBool) {
-        addValueForm(caption, declaration);
-        std::size_t const end = caption.size();
-        outline.addDefault(caption, declaration);
-        if (caption.size() != end) {
-            caption.insert(end, " (");
-            caption += ')';
-        }
-        return caption;
-    }
-    mosaic2::variant_t const* const value = declaration.defaultValue.value;
-    bool const hasDefault = value != nullptr && value->can_get<bool>();
-    caption += hasDefault && value->get<bool>() ? " (default) | " : " | ";
-    addBold([&] { outline.addNegated(caption, declaration); });
-    caption += hasDefault && !value->get<bool>() ? " (default)" : "";
-    return caption;
-}
-
-void addUsage(TerminalPage& page, std::string_view lines, std::string_view program) {
-    bool isFirst = true;
-    while (!lines.empty()) {
-        constexpr std::string_view kUsage = "Usage:";
-        constexpr int kColumn = static_cast<int>(kUsage.size()) + 1;
-        page.words(isFirst ? bold(kUsage) : "", 0);
-        page.moveTo(kColumn);
-        page.words(program, kColumn);
-        page.words(takeLine(lines), kColumn + kEntryColumn);
-        page.endLine();
-        isFirst = false;
-    }
-}
-
-void addHeading(TerminalPage& page, std::string_view heading) {
-    if (!page.isEmpty()) {
-        page.endLine();
-    }
-    page.text(bold(heading), 0);
-}
-
-std::string headingOf(Outline const& outline, Outline::Entry const& entry) {
-    std::string heading = outline.heading(entry);
-    if (heading.find_first_not_of(' ') == std::string::npos) {
-        heading = entry.part == Outline::kActions ? "Actions" : "Options";
-    }
-    return heading;
-}
-
-std::string write(BasicParser& parser, HelpLayout const& layout) {
-    Outline const outline(parser, layout.hidden != 0, layout.topic);
-    int const columns = columnsOf(layout);
-    int const descriptionColumn = std::min(kDescriptionColumn, columns * 3 / 8);
-    TerminalPage page(columns, layout.emphasis != 0);
-    addUsage(page, outline.usage(), printableLine(textOf(layout.program)));
-    for (std::size_t number = 0; number < outline.entries().size(); ++number) {
-        Outline::Entry const& entry = outline.entries()[number];
-        if (outline.beginsGroup(number)) {
-            addHeading(page, headingOf(outline, entry));
-            if (entry.part == Outline::kOptions) {
-                page.text(printable(entry.declaration->sectionText), kEntryColumn);
+    std::string write() {
+        int const descriptionColumn = std::min(kDescriptionColumn, m_columns * 3 / 8);
+        writeUsage();
+        for (std::size_t number = 0; number < m_outline.size(); ++number) {
+            Declaration const& declaration = m_outline.declaration(number);
+            if (m_outline.beginsGroup(number)) {
+                writeHeading(number);
+            }
+            m_page.moveTo(kEntryColumn);
+            writeCaption(declaration);
+            m_text.clear();
+            addPrintable(m_text, declaration.description);
+            if (m_text.find_first_not_of(" \n") == std::string::npos) {
+                m_page.endLine();
+            }
+            m_page.text(m_text, descriptionColumn);
+            if (m_outline.endsActions(number)) {
+                m_text.clear();
+                m_outline.addTogether(m_text);
+                m_page.text(m_text, kEntryColumn);
             }
         }
-        page.moveTo(kEntryColumn);
-        page.words(captionOf(outline, *entry.declaration), kFurtherLines);
-        std::string const description = printable(entry.declaration->description);
-        if (description.find_first_not_of(" \n") == std::string::npos) {
-            page.endLine();
-        }
-        page.text(description, descriptionColumn);
-        if (outline.endsActions(number)) {
-            page.text(outline.together(), kEntryColumn);
+        return m_page.take();
+    }
+
+private:
+    void writeUsage() {
+        constexpr std::string_view kUsage = "\1Usage:\2";
+        static_assert(kUsage.front() == TerminalPage::kBold &&
+                      kUsage.back() == TerminalPage::kPlain);
+        constexpr int kColumn = static_cast<int>(kUsage.size()) - 1;
+        std::string program;
+        addPrintableLine(program, m_program);
+        m_outline.addUsage(m_text);
+        std::string_view lines = m_text;
+        for (bool isFirst = true; !lines.empty(); isFirst = false) {
+            m_page.words(isFirst ? kUsage : "", 0);
+            m_page.moveTo(kColumn);
+            m_page.words(program, kColumn);
+            m_page.words(takeLine(lines), kColumn + kEntryColumn);
+            m_page.endLine();
         }
     }
-    return page.take();
-}
+
+    void writeHeading(std::size_t number) {
+        Outline::Part const part = m_outline.part(number);
+        m_text = TerminalPage::kBold;
+        m_outline.addHeading(m_text, number);
+        if (m_text.find_first_not_of(' ', 1) == std::string::npos) {
+            m_text.resize(1);
+            m_text += part == Outline::kActions ? "Actions" : "Options";
+        }
+        m_text += TerminalPage::kPlain;
+        if (!m_page.isEmpty()) {
+            m_page.endLine();
+        }
+        m_page.text(m_text, 0);
+        if (part == Outline::kOptions) {
+            m_text.clear();
+            addPrintable(m_text, m_outline.declaration(number).sectionText);
+            m_page.text(m_text, kEntryColumn);
+        }
+    }
+
+    /// Writes what stands in front of a description: "-l, --level=<integer> (3)".
+    void writeCaption(Declaration const& declaration) {
+        m_text.clear();
+        for (int number = declaration.nameCount; number-- > 0;) {
+            m_text += TerminalPage::kBold;
+            m_outline.addDashed(m_text, declaration.names[number]);
+            m_text += TerminalPage::kPlain;
+            m_text += number != 0 ? ", " : "";
+        }
+        declaration.type != mosaic2::vtBool ? addValue(declaration) : addSwitch(declaration);
+        m_page.words(m_text, kFurtherLines);
+    }
+
+    void addValue(Declaration const& declaration) {
+        addValueForm(m_text, declaration);
+        if (m_outline.addDefault(m_text, " (", declaration)) {
+            m_text += ')';
+        }
+    }
+
+    void addSwitch(Declaration const& declaration) {
+        mosaic2::variant_t const* const value = declaration.defaultValue.value;
+        bool const hasDefault = value != nullptr && value->can_get<bool>();
+        m_text += hasDefault && value->get<bool>() ? " (default) | " : " | ";
+        m_text += TerminalPage::kBold;
+        m_outline.addNegated(m_text, declaration);
+        m_text += TerminalPage::kPlain;
+        m_text += hasDefault && !value->get<bool>() ? " (default)" : "";
+    }
+
+    std::string_view const m_program;
+    int const m_columns;
+    Outline const m_outline;
+    TerminalPage m_page;
+    std::string m_text;  // of one part after the other
+};
 
 }  // namespace
 
@@ -133,7 +149,7 @@ char const* helpText(IParser* parser, HelpLayout const* layout) {
         return "";
     }
     try {
-        return ours->texts().init(write(*ours, knownPart(layout)));
+        return ours->texts().init(TerminalHelp(*ours, knownPart(layout)).write());
     } catch (std::exception const&) {  // no memory
         return "";
     }

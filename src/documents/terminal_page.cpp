@@ -2,7 +2,6 @@
 
 #include "documents/display_width.h"
 #include "documents/printable.h"
-#include "platform/utf.h"
 
 namespace varo_3_3::internal {
 
@@ -50,22 +49,20 @@ void TerminalPage::endLine() {
 /// A word that is longer than a line is cut, but not in front of a combining character.
 void TerminalPage::word(std::string_view word, int indent) {
     while (!word.empty()) {
+        std::string_view shown = word;
         char32_t const next = takeCharacter(word);
+        shown.remove_suffix(word.size());
         int const width = displayWidth(next);
         if (width != 0 && m_column + width >= m_columns) {
             endLine();
             moveTo(indent);
         }
-        character(next);
+        if (next == kBold || next == kPlain) {
+            shown = next == kBold ? "\033[1m" : "\033[0m";
+            shown = m_isEmphasised ? shown : "";
+        }
+        m_text += shown;
         m_column += width;
-    }
-}
-
-void TerminalPage::character(char32_t character) {
-    if (character != kBold && character != kPlain) {
-        m_text += BRIX::utf32_to_utf8(character).view();
-    } else if (m_isEmphasised) {
-        m_text += character == kBold ? "\033[1m" : "\033[0m";
     }
 }
 

@@ -34,7 +34,6 @@ public:
 
 private:
     void word(std::string_view word, int indent);
-    void character(char32_t character);
 
     int const m_columns;
     bool const m_isEmphasised;

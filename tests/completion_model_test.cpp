@@ -2,6 +2,7 @@
 #include <random>
 
 #include "assist/offers.h"
+#include "assist/shell_words.h"
 #include "parser/basic_parser.h"
 #include "support.h"
 
@@ -72,13 +73,18 @@ public:
         if (isWrong) {
             return;
         }
-        auto const offers = varo_3_3::internal::listOffers(*varo_3_3::basicParserOf(m_parser),
-                                                           before, typed, after, nullptr);
+        varo_3_3::internal::ShellLine line;
+        line.before = pointersTo(before);
+        line.typed = typed;
+        line.after = pointersTo(after);
+        varo_3_3::Garbage texts;
+        auto const offers = varo_3_3::internal::listOffers(*varo_3_3::basicParserOf(m_parser), line,
+                                                           nullptr, texts);
         std::set<std::string> offered;
         for (auto const& offer : offers.words) {
-            EXPECT_TRUE(offered.insert(offer.word).second) << offer.word << " twice";
-            EXPECT_TRUE(parses(before, offer.word, offer.isFinished, after))
-                << offer.word << " is offered";
+            std::string const word(offer.word);
+            EXPECT_TRUE(offered.insert(word).second) << word << " twice";
+            EXPECT_TRUE(parses(before, word, offer.isFinished, after)) << word << " is offered";
             ++m_offers;
         }
         for (Declared const& declared : m_declared) {
@@ -96,6 +102,14 @@ private:
     static constexpr char const* kSynonyms[] = {"c", "n", "abd", "no-b", "alp", "al"};
     static constexpr char const* kValues[] = {"x", "xy", "1", "a,x", "-x", "2"};
     static constexpr char const* kWrong = "wrong";
+
+    static std::vector<char const*> pointersTo(Arguments const& words) {
+        std::vector<char const*> pointers;
+        for (std::string const& word : words) {
+            pointers.push_back(word.c_str());
+        }
+        return pointers;
+    }
 
     static std::string show(Arguments const& before, std::string const& typed,
                             Arguments const& after) {

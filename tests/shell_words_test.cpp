@@ -12,20 +12,20 @@ constexpr char kBashBreaks[] = " \t\n\"'@><=;|&(:";
 /// that is open in it, what bash keeps of it, and the words after it.
 std::string show(Shell shell, std::string_view lineWithCursor, char const* breaks) {
     std::size_t const cursor = lineWithCursor.find('^');
-    std::string whole;
     ShellLine const line = readShellLine(shell, lineWithCursor.substr(0, cursor),
-                                         lineWithCursor.substr(cursor + 1), breaks, whole);
+                                         lineWithCursor.substr(cursor + 1), breaks);
+    std::string const typed(line.typed);
     std::string shown;
-    for (std::string const& word : line.before) {
+    for (std::string const word : line.before) {
         shown += word + "|";
     }
-    shown += (line.isRedirection ? ">[" : "[") + line.typed + "]";
+    shown += (line.isRedirection ? ">[" : "[") + typed + "]";
     shown += line.quote != 0 ? std::string(1, line.quote) : "";
     if (line.keptRaw != 0) {
         shown += " kept " + std::string(line.raw.substr(0, line.keptRaw)) + " as " +
-                 line.typed.substr(0, line.keptTyped);
+                 typed.substr(0, line.keptTyped);
     }
-    for (std::string const& word : line.after) {
+    for (std::string const word : line.after) {
         shown += "|" + word;
     }
     return shown;
@@ -92,8 +92,7 @@ TEST(ShellWords, QuotedTextReadsAsItWas) {
             std::string line = std::string("tool ") + quote;
             appendQuoted(line, text, *quote);
             SCOPED_TRACE(line);
-            std::string whole;
-            EXPECT_EQ(readShellLine(Shell::kBash, line, "", "", whole).typed, text);
+            EXPECT_EQ(readShellLine(Shell::kBash, line, "", "").typed, text);
         }
     }
 }

@@ -30,7 +30,9 @@ std::string show(WalkedWord const& word, varo_3_3::OptionFiles const& files) {
     shown += word.isNegated ? " not" : "";
     shown += word.option != nullptr ? " " + std::string(word.option->firstName()) : "";
     shown += word.lacksValue ? " lacks value" : word.isWrong ? " wrong" : "";
-    return shown + " @" + files.originOf(word.file, word.number).text();
+    shown += " @";
+    files.originOf(word.file, word.number).appendTo(shown);
+    return shown;
 }
 
 std::string walk(varo::Parser const& parser, Arguments const& arguments) {

@@ -4,10 +4,12 @@
 #include <string>
 #include <string_view>
 
+#include "assist/answer.h"
 #include "assist/offers.h"
 #include "assist/shell_words.h"
 #include "assist/stub_texts.h"
 #include "parser/basic_parser.h"
+#include "platform/join.h"
 
 namespace varo_3_3 {
 namespace internal {
@@ -30,18 +32,18 @@ bool isPlainName(std::string_view name) {
            name.find_first_not_of(kPlain) == std::string_view::npos;
 }
 
-std::string stubOf(Shell shell, std::string_view name) {
+/// Writes the stub of a shell with `name` in it.
+void writeStub(Shell shell, std::string_view name, std::string& answer) {
     std::string_view rest = shell == Shell::kBash  ? kBashStub
                             : shell == Shell::kZsh ? kZshStub
                                                    : kFishStub;
-    std::string stub;
     for (;;) {
         std::size_t const place = rest.find(kNamePlace);
-        stub += rest.substr(0, place);
+        answer += rest.substr(0, place);
         if (place == std::string_view::npos) {
-            return stub;
+            return;
         }
-        stub += name;
+        answer += name;
         rest.remove_prefix(place + kNamePlace.size());
     }
 }
@@ -67,9 +69,10 @@ bool hasCommands(std::string_view text) {
 /// Writes what a stub reads: lines of fields that tabs separate, the last of them "end".
 class Answer {
 public:
-    Answer(Shell shell, ShellLine const& line) : m_shell(shell), m_line(line) {}
+    Answer(Shell shell, ShellLine const& line, std::string& text)
+        : m_shell(shell), m_line(line), m_text(text) {}
 
-    std::string write(Offers const& offers) {
+    void write(Offers const& offers) {
         // bash shortens what was typed to what all offers have in common, so that offers which
         // lengthen it come alone.
         bool hasParts = false;
@@ -93,13 +96,14 @@ public:
             !hasControls(m_line.typed) && !hasCommands(m_line.typed)) {
             writePaths(offers.paths == Paths::kFiles ? "files" : "directories", offers.pathStart);
         }
-        return std::move(m_text.append("end\n"));
+        m_text += "end\n";
     }
 
 private:
     void writeLine(std::initializer_list<std::string_view> fields) {
         for (std::string_view const field : fields) {
-            m_text.append(field).push_back('\t');
+            m_text += field;
+            m_text += '\t';
         }
         m_text.back() = '\n';
     }
@@ -108,9 +112,9 @@ private:
         std::size_t const start = m_text.size();
         m_text += offer.isFinished ? "word\t" : "part\t";
         if (m_shell != Shell::kBash) {
-            m_text.append(offer.word).append("\t");
+            append(m_text, {offer.word, "\t"});
             appendClean(offer.description);
-            m_text.append("\t").append(offer.group).append("\n");
+            append(m_text, {"\t", offer.group, "\n"});
         } else if (appendInsertion(offer.word)) {
             m_text += m_needsBlanks && offer.isFinished ? " \n" : "\n";
         } else {
@@ -127,7 +131,7 @@ private:
                 ++end;
             }
             if (end != at) {
-                m_text.append(m_text.size() == start ? "" : " ").append(text, at, end - at);
+                append(m_text, {m_text.size() == start ? "" : " ", text.substr(at, end - at)});
             }
             at = end + 1;
         }
@@ -171,19 +175,18 @@ private:
     Shell m_shell;
     ShellLine const& m_line;
     bool m_needsBlanks = false;  // bash is told to append none, so that finished words bring theirs
-    std::string m_text;
+    std::string& m_text;
 };
 
 /// Takes the program's name, and what precedes it, off the line. Only fish hands over words that
 /// do.
-bool removeCommand(Shell shell, std::string_view name, std::vector<std::string>& words) {
+bool removeCommand(Shell shell, std::string_view name, std::vector<char const*>& words) {
     std::size_t command = 0;
     if (shell == Shell::kFish) {
-        while (command < words.size() &&
-               std::string_view(words[command]).substr(words[command].rfind('/') + 1) != name) {
-            ++command;
+        for (std::size_t at = words.size(); at != 0; --at) {
+            std::string_view const word = words[at - 1];
+            command = word.substr(word.rfind('/') + 1) == name ? at - 1 : command;
         }
-        command = command == words.size() ? 0 : command;
     }
     if (words.empty()) {
         return false;
@@ -192,36 +195,38 @@ bool removeCommand(Shell shell, std::string_view name, std::vector<std::string>&
     return true;
 }
 
-std::string completeLine(BasicParser& parser, Shell shell, char const* const* fields,
-                         ValueSource* source) {
-    std::string whole;
+void completeLine(BasicParser& parser, Shell shell, char const* const* fields, ValueSource* source,
+                  std::string& answer) {
     ShellLine line =
-        readShellLine(shell, fields[1], fields[2], shell == Shell::kBash ? fields[3] : "", whole);
+        readShellLine(shell, fields[1], fields[2], shell == Shell::kBash ? fields[3] : "");
+    Garbage texts;
     Offers offers;
     if (line.isRedirection) {
         offers.paths = Paths::kFiles;
     } else if (removeCommand(shell, fields[0], line.before)) {
-        offers = listOffers(parser, line.before, line.typed, line.after, source);
+        offers = listOffers(parser, line, source, texts);
     }
-    return Answer(shell, line).write(offers);
+    Answer(shell, line, answer).write(offers);
 }
 
-/// The answer to a question, "" for one that is not complete. `fields` are those after the shell.
-std::string answer(BasicParser& parser, bool isScript, std::optional<Shell> shell,
-                   char const* const* fields, int count, ValueSource* source) {
+/// Writes the answer to a question, nothing for one that is not complete. `fields` are those after
+/// the shell.
+void writeAnswer(BasicParser& parser, bool isScript, std::optional<Shell> shell,
+                 char const* const* fields, int count, ValueSource* source, std::string& answer) {
     int const needed = isScript ? 1 : shell == Shell::kBash ? 4 : 3;
     if (!shell || count < needed) {
-        return {};
+        return;
     }
     for (int at = 0; at < needed; ++at) {
         if (fields[at] == nullptr) {
-            return {};
+            return;
         }
     }
     if (!isScript) {
-        return completeLine(parser, *shell, fields, source);
+        completeLine(parser, *shell, fields, source, answer);
+    } else if (isPlainName(fields[0])) {
+        writeStub(*shell, fields[0], answer);
     }
-    return isPlainName(fields[0]) ? stubOf(*shell, fields[0]) : std::string();
 }
 
 }  // namespace
@@ -236,16 +241,12 @@ char const* completion(IParser* parser, int argc, char const* const* argv, Value
     if (!isScript && request != "varooption=complete") {
         return nullptr;
     }
-    BasicParser* const basic = basicParserOf(parser);
-    if (basic == nullptr || argc < 3 || argv[2] == nullptr) {
-        return "";
-    }
-    try {
-        return basic->texts().init(internal::answer(*basic, isScript, internal::shellOf(argv[2]),
-                                                    argv + 3, argc - 3, source));
-    } catch (...) {
-        return "";
-    }
+    return internal::answer(parser, [&](BasicParser& ours, std::string& text) {
+        if (argc >= 3 && argv[2] != nullptr) {
+            internal::writeAnswer(ours, isScript, internal::shellOf(argv[2]), argv + 3, argc - 3,
+                                  source, text);
+        }
+    });
 }
 
 }  // namespace varo_3_3

@@ -4,6 +4,7 @@
 #include <initializer_list>
 #include <set>
 
+#include "assist/shell_words.h"
 #include "assist/walk.h"
 #include "help/option_help.h"
 #include "options/value_text.h"
@@ -16,27 +17,12 @@ namespace varo_3_3::internal {
 namespace {
 
 /// Whether an option has values, rather than being there or not.
-bool takesValue(OptionDescription const& option) {
+bool hasValues(OptionDescription const& option) {
     return option.m_type != mosaic2::vtNull && option.m_type != mosaic2::vtBool;
 }
 
 bool isHidden(OptionDescription const& option) {
     return !HelpStyle{0, false}.shows(option.m_section);
-}
-
-bool isNamed(OptionDescription const& option, std::string_view name) {
-    for (std::string_view const own : option.m_names) {
-        if (own == name) {
-            return true;
-        }
-    }
-    return false;
-}
-
-std::string textOf(mosaic2::variant_t const& value) {
-    std::string text;
-    appendText(text, value);
-    return text;
 }
 
 /// What may stand where a word of the command line stands.
@@ -53,15 +39,15 @@ public:
         : m_registry(parser.registry()), m_flags(parser.flags() & ~kTakeTheRest) {}
 
     /// Whether `word` is taken whole at `place`; for an option's value, after `optionWord`.
-    bool takes(Place place, char const* optionWord, std::string const& word) {
-        char const* const words[] = {optionWord, word.c_str()};
+    bool takes(Place place, char const* optionWord, char const* word) {
+        char const* const words[] = {optionWord, word};
         bool const isValue = place == Place::kOptionValue;
         ArgumentVector source(words + (isValue ? 0 : 1), isValue ? 2 : 1);
         ArgumentList args(source);
         // Made anew, since they remember an argument by where it stands.
         Recognizers recognizers(nullptr, nullptr, m_flags, m_whiteSpace, {m_position, kIsTraced});
         unsigned long index = ~0UL;
-        m_text.clear();
+        m_isAsWanted = false;
         IArgumentParser* const recognizer = place == Place::kPositional
                                                 ? &recognizers.positional
                                                 : recognizers.choose(args, m_registry, m_warning);
@@ -75,25 +61,31 @@ public:
         return isTaken;
     }
 
+    /// Whether the last value of `word` is taken as `text`, and as `value` unless that is null,
+    /// without a warning.
+    bool takesValue(Place place, char const* optionWord, char const* word, std::string_view text,
+                    mosaic2::variant_t const* value) {
+        m_wantedText = text;
+        m_wantedValue = value;
+        return takes(place, optionWord, word) && m_isAsWanted && m_warning.empty();
+    }
+
     /// Whether `dashedName` is taken as `option`, with some value if it has values.
-    bool takesName(OptionDescription const& option, std::string const& dashedName) {
-        auto const takes = [&](std::string const& value) {
-            return this->takes(Place::kAnything, nullptr, dashedName + value) &&
-                   m_option == &option && !m_isPositional;
-        };
-        if (!takesValue(option)) {
-            return takes("");
+    bool takesName(OptionDescription const& option, std::string_view dashedName) {
+        if (!hasValues(option)) {
+            return takesAs(option, dashedName, "");
         }
-        if (option.m_allowedValues.empty() && (takes("=1") || takes("=0"))) {
+        if (option.m_allowedValues.empty() &&
+            (takesAs(option, dashedName, "=1") || takesAs(option, dashedName, "=0"))) {
             return true;
         }
         for (mosaic2::variant_t const& value : option.m_allowedValues) {
-            if (takes("=" + textOf(value))) {
+            if (takesAs(option, dashedName, "=", &value)) {
                 return true;
             }
         }
         for (auto const& deprecated : option.m_deprecatedValues) {
-            if (takes("=" + textOf(deprecated.first))) {
+            if (takesAs(option, dashedName, "=", &deprecated.first)) {
                 return true;
             }
         }
@@ -103,8 +95,8 @@ public:
     void store(OptionDescription const& /*option*/, OptionData const& data) override {
         if (!data.m_values.empty()) {
             Value const& last = data.m_values.back();
-            m_text = last.text();
-            m_value = last.value();
+            m_isAsWanted = last.text() == m_wantedText &&
+                           (m_wantedValue == nullptr || last.value() == *m_wantedValue);
         }
     }
 
@@ -112,15 +104,21 @@ public:
     OptionDescription const* option() const { return m_option; }  ///< null if there is none
     bool isPositional() const { return m_isPositional; }
 
-    // Of the last word that was taken: its last value.
-    std::string const& text() const { return m_text; }
-    mosaic2::variant_t const& value() const { return m_value; }
-    bool isDeprecated() const { return !m_warning.empty(); }
-
     WhiteSpace& whiteSpace() { return m_whiteSpace; }
 
 private:
     static constexpr bool kIsTraced = false;
+
+    bool takesAs(OptionDescription const& option, std::string_view dashedName, char const* tail,
+                 mosaic2::variant_t const* value = nullptr) {
+        m_word = dashedName;
+        m_word += tail;
+        if (value != nullptr) {
+            appendText(m_word, *value);
+        }
+        return takes(Place::kAnything, nullptr, m_word.c_str()) && m_option == &option &&
+               !m_isPositional;
+    }
 
     RegisteredOptionStorage& m_registry;
     int m_flags;
@@ -128,9 +126,11 @@ private:
     int m_position = 0;
     OptionDescription const* m_option = nullptr;
     bool m_isPositional = false;
-    std::string m_text;
-    mosaic2::variant_t m_value;
+    std::string_view m_wantedText;
+    mosaic2::variant_t const* m_wantedValue = nullptr;
+    bool m_isAsWanted = false;
     std::string m_warning;
+    std::string m_word;  // that is tried
 };
 
 /// What the words around the cursor leave to be added: which options and actions were given, and
@@ -199,14 +199,19 @@ private:
     void collectPossible() {
         for (auto const& record : m_parser.registry().records()) {
             if (record->isAction() && canBeGiven(*record) && fit(*record) != nullptr) {
-                m_possibleTags.insert(record->m_tags.begin(), record->m_tags.end());
+                for (std::string const& tag : record->m_tags) {
+                    m_possibleTags.insert(tag);
+                }
             }
         }
     }
 
     bool canBeGiven(OptionDescription const& action) {
+        std::string word;
         for (std::string_view const name : action.m_names) {
-            if (m_trial.takesName(action, internal::join({"--", name}))) {
+            word = "--";
+            word += name;
+            if (m_trial.takesName(action, word)) {
                 return true;
             }
         }
@@ -226,13 +231,14 @@ class Lister final : public ValueOffers {
 public:
     /// `positionalFitting` says what fits a positional value, which may take the rest along.
     Lister(BasicParser& parser, std::string_view typed, Trial& trial, Fitting& fitting,
-           Fitting& positionalFitting, ValueSource* source)
+           Fitting& positionalFitting, ValueSource* source, Garbage& texts)
         : m_parser(parser),
           m_typed(typed),
           m_trial(trial),
           m_fitting(fitting),
           m_positionalFitting(positionalFitting),
-          m_source(source) {}
+          m_source(source),
+          m_texts(texts) {}
 
     /// `lacking` is the option in the word before if it lacks its value, else null.
     Offers list(Walk::Mode mode, WalkedWord const* lacking) {
@@ -254,9 +260,7 @@ public:
     void value(char const* text, char const* description) override {
         if (text != nullptr) {
             m_isAnswered = true;
-            std::string& held = m_offers.texts.emplace_front();
-            held = description != nullptr ? description : "";
-            offerValue(text, held, nullptr);
+            offerValue(text, description, nullptr);
         }
     }
     void files() override { offerPaths(Paths::kFiles); }
@@ -271,7 +275,7 @@ private:
     void offerAnything() {
         std::string_view name;
         std::string_view value;
-        m_trial.takes(m_place, nullptr, std::string(m_typed));
+        m_trial.takes(m_place, nullptr, m_typed.data());
         OptionDescription const* const option = m_trial.option();
         bool const isPositional = m_trial.isPositional();
         bool const isDashed = getDashLength(m_typed, 0) != 0;
@@ -280,66 +284,75 @@ private:
                 offerValues(*option, static_cast<std::size_t>(value.data() - m_typed.data()), true);
             }
         } else if (isDashed || m_typed.empty()) {
-            offerNames(name);
+            m_typedName = name;
+            offerNames("actions", true);
+            offerNames("options", false);
         }
         offerPositional(isPositional);
     }
 
-    /// Offers the names that begin with `typedName`.
-    void offerNames(std::string_view typedName) {
-        std::size_t const dashes = m_typed.size() - typedName.size();
-        for (std::string_view const group : {"actions", "options"}) {
-            for (auto const& record : m_parser.registry().records()) {
-                if (record->isAction() != (group == "actions")) {
-                    continue;
+    /// Offers the names of all actions, or of all others, that begin as the typed one does.
+    void offerNames(char const* group, bool areActions) {
+        m_group = group;
+        for (auto const& record : m_parser.registry().records()) {
+            if (record->isAction() != areActions) {
+                continue;
+            }
+            bool isPrimary = true;
+            m_recordStart = m_offers.words.size();
+            for (std::string_view const name : record->m_names) {
+                if (isPrimary || name.size() > 1 || !m_typedName.empty()) {
+                    offerName(*record, "", name);
                 }
-                bool isPrimary = true;
-                m_recordStart = m_offers.words.size();
-                for (std::string_view const name : record->m_names) {
-                    m_group = group;
-                    if ((isPrimary || name.size() > 1 || !typedName.empty()) &&
-                        name.starts_with(typedName)) {
-                        offerName(*record, dashesFor(name, dashes) + std::string(name));
-                    }
-                    std::string negated = "no-" + std::string(name);
-                    if (record->m_type == mosaic2::vtBool && (isPrimary || name.size() > 1) &&
-                        negated.starts_with(typedName)) {
-                        offerName(*record, dashesFor(negated, dashes) + negated);
-                    }
-                    isPrimary = false;
+                if (record->m_type == mosaic2::vtBool && (isPrimary || name.size() > 1)) {
+                    offerName(*record, "no-", name);
                 }
+                isPrimary = false;
             }
         }
     }
 
-    /// The dashes in front of a name, of which `typed` bytes were typed: as many as there are, or
-    /// as the help writes them.
-    std::string dashesFor(std::string_view name, std::size_t typed) const {
-        bool const isOne = typed == getDashLength(m_typed, 0);
-        bool const isDouble = (m_parser.flags() & kDoubleDashHelp) != 0 || typed > 2;
-        return !isOne || (isDouble && name.size() > 1) ? "--" : "-";
-    }
-
-    void offerName(OptionDescription const& option, std::string word) {
-        bool const isFinished = !takesValue(option);
-        if (option.m_isPositional || (isFinished && m_fitting.isGiven(option))) {
+    /// Offers prefix + name, unless something else was typed.
+    void offerName(OptionDescription const& option, std::string_view prefix,
+                   std::string_view name) {
+        std::string_view const typedPrefix = m_typedName.substr(0, prefix.size());
+        bool const isTyped = prefix.starts_with(typedPrefix) &&
+                             name.starts_with(m_typedName.substr(typedPrefix.size()));
+        bool const isFinished = !hasValues(option);
+        if (!isTyped || option.m_isPositional || (isFinished && m_fitting.isGiven(option))) {
             return;
         }
         OptionDescription const* const fitting = m_fitting.fit(option);
-        if (fitting != nullptr && !isHidden(*fitting) && m_trial.takesName(option, word)) {
-            word += isFinished ? "" : "=";
-            addName(std::move(word), fitting->m_description, isFinished);
+        if (fitting == nullptr || isHidden(*fitting)) {
+            return;
+        }
+        m_word = dashesFor(prefix.size() + name.size());
+        append(m_word, {prefix, name});
+        if (m_trial.takesName(option, m_word)) {
+            m_word += isFinished ? "" : "=";
+            if (!isOffered(m_word)) {
+                add(fitting->m_description, isFinished);
+            }
         }
     }
 
-    /// A declaration may have a name twice.
-    void addName(std::string word, std::string_view description, bool isFinished) {
+    /// The dashes in front of a name of `size` bytes: as many as were typed, or as the help writes
+    /// them.
+    char const* dashesFor(std::size_t size) const {
+        std::size_t const typed = m_typed.size() - m_typedName.size();
+        bool const isOne = typed == getDashLength(m_typed, 0);
+        bool const isDouble = (m_parser.flags() & kDoubleDashHelp) != 0 || typed > 2;
+        return !isOne || (isDouble && size > 1) ? "--" : "-";
+    }
+
+    /// Whether the present declaration, which may have a name twice, has offered this one.
+    bool isOffered(std::string_view word) const {
         for (std::size_t at = m_recordStart; at < m_offers.words.size(); ++at) {
             if (m_offers.words[at].word == word) {
-                return;
+                return true;
             }
         }
-        add(std::move(word), description, isFinished);
+        return false;
     }
 
     void offerPositional(bool isLikely) {
@@ -356,7 +369,7 @@ private:
     /// Offers values of `option`, of which the text from `start` on was typed. Unless that is
     /// likely to be one, only values that the declaration names.
     void offerValues(OptionDescription const& option, std::size_t start, bool isLikely) {
-        if (!takesValue(option) || isHidden(option)) {
+        if (!hasValues(option) || isHidden(option)) {
             return;
         }
         m_group = "values";
@@ -366,13 +379,15 @@ private:
             separator != std::string_view::npos && separator >= start ? separator + 1 : start;
         m_isAnswered = !isLikely;
         if (m_source != nullptr && isLikely) {
-            m_source->offer(option.firstName().data(),
-                            std::string(m_typed.substr(m_pieceStart)).c_str(), *this);
+            m_source->offer(option.firstName().data(), m_typed.data() + m_pieceStart, *this);
         }
+        std::string text;
         for (mosaic2::variant_t const& allowed : option.m_allowedValues) {
-            offerValue(textOf(allowed), {}, &allowed);
+            text.clear();
+            appendText(text, allowed);
+            offerValue(text, nullptr, &allowed);
         }
-        bool const namesFiles = m_parser.readsOptionFiles() && isNamed(option, kOptionFileName);
+        bool const namesFiles = m_parser.readsOptionFiles() && OptionFiles::namesFiles(option);
         bool const isPath = option.m_isPositional || namesFiles;
         if (!m_isAnswered && isPath && option.m_type == mosaic2::vtString &&
             option.m_allowedValues.empty()) {
@@ -380,22 +395,25 @@ private:
         }
     }
 
-    /// Offers one value if it would be taken as such; `wanted` is what it must be taken for, or
-    /// null.
-    void offerValue(std::string const& text, std::string_view description,
+    /// Offers one value if it would be taken as such. `wanted` is what it must be taken for, or
+    /// null, as `description` may be.
+    void offerValue(std::string_view text, char const* description,
                     mosaic2::variant_t const* wanted) {
-        std::string word(m_typed.substr(0, m_pieceStart));
-        word += text;
-        if (word.starts_with(m_typed) && !text.empty() &&
-            m_trial.takes(m_place, m_optionWord, word) && !m_trial.isDeprecated() &&
-            m_trial.text() == text && (wanted == nullptr || m_trial.value() == *wanted) &&
-            m_values.insert(word).second) {
-            add(std::move(word), description, true);
+        if (text.empty() || !text.starts_with(m_typed.substr(m_pieceStart))) {
+            return;
+        }
+        m_word = m_typed.substr(0, m_pieceStart);
+        m_word += text;
+        if (m_trial.takesValue(m_place, m_optionWord, m_word.c_str(), text, wanted) &&
+            m_values.insert(m_word).second) {
+            add(description != nullptr ? m_texts.keep(description) : "", true);
         }
     }
 
-    void add(std::string word, std::string_view description, bool isFinished) {
-        m_offers.words.push_back({std::move(word), description, isFinished, m_group});
+    /// Offers m_word.
+    void add(std::string_view description, bool isFinished) {
+        std::string_view const word(m_texts.keep(m_word), m_word.size());
+        m_offers.words.push_back({word, description, isFinished, m_group});
     }
 
     void offerPaths(Paths paths) {
@@ -410,50 +428,49 @@ private:
     Fitting& m_fitting;
     Fitting& m_positionalFitting;
     ValueSource* m_source;
+    Garbage& m_texts;
     Offers m_offers;
 
     Place m_place = Place::kAnything;
     char const* m_optionWord = nullptr;
-    std::string_view m_group;
+    char const* m_group = nullptr;
+    std::string m_word;              // that may be offered
+    std::string_view m_typedName;    // without its dashes
     std::size_t m_recordStart = 0;   // where the offers of the present declaration begin
     std::size_t m_pieceStart = 0;    // of the value being typed
     bool m_isAnswered = false;       // the source has said something, or is not asked
     std::set<std::string> m_values;  // that were offered
 };
 
-void walkOver(Walk& walk, std::vector<std::string> const& words) {
-    std::vector<char const*> texts;
-    texts.reserve(words.size());
-    for (std::string const& word : words) {
-        texts.push_back(word.c_str());
-    }
-    ArgumentVector source(texts.data(), texts.size());
+void walkOver(Walk& walk, std::vector<char const*> const& words) {
+    ArgumentVector source(words.data(), words.size());
     walk.take(source);
 }
 
 }  // namespace
 
-Offers listOffers(BasicParser& parser, std::vector<std::string> const& before,
-                  std::string_view typed, std::vector<std::string> const& after,
-                  ValueSource* source) {
+Offers listOffers(BasicParser& parser, ShellLine const& line, ValueSource* source, Garbage& texts) {
     Trial trial(parser);
     Walk walk(parser);
-    walkOver(walk, before);
+    walkOver(walk, line.before);
     Walk::Mode const mode = walk.mode();
     std::size_t const count = walk.words().size();
     bool const lacksValue = count != 0 && walk.words().back().lacksValue;
-    walkOver(walk, after);
+    walkOver(walk, line.after);
     WalkedWord const* const lacking = lacksValue ? &walk.words()[count - 1] : nullptr;
     Fitting fitting(parser, walk, lacking, trial);
-    if ((parser.flags() & kTakeTheRest) == 0 || after.empty() || mode != Walk::Mode::kAnything) {
-        return Lister(parser, typed, trial, fitting, fitting, source).list(mode, lacking);
+    if ((parser.flags() & kTakeTheRest) == 0 || line.after.empty() ||
+        mode != Walk::Mode::kAnything) {
+        return Lister(parser, line.typed, trial, fitting, fitting, source, texts)
+            .list(mode, lacking);
     }
     Walk taken(parser);
-    walkOver(taken, before);
+    walkOver(taken, line.before);
     taken.goOn(Walk::Mode::kPositional);
-    walkOver(taken, after);
+    walkOver(taken, line.after);
     Fitting positionalFitting(parser, taken, nullptr, trial);
-    return Lister(parser, typed, trial, fitting, positionalFitting, source).list(mode, lacking);
+    return Lister(parser, line.typed, trial, fitting, positionalFitting, source, texts)
+        .list(mode, lacking);
 }
 
 }  // namespace varo_3_3::internal

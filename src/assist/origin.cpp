@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "assist/answer.h"
 #include "assist/walk.h"
 #include "varo/assist.h"
@@ -9,10 +7,6 @@ namespace {
 
 using internal::Walk;
 using internal::WalkedWord;
-
-bool isNamed(OptionDescription const& option, std::string const& name) {
-    return std::find(option.m_names.begin(), option.m_names.end(), name) != option.m_names.end();
-}
 
 /// The number of the first word kept that stored the misplaced option; 0 if none did.
 std::size_t findMisplaced(BasicParser& parser, Failure& failure) {
@@ -26,12 +20,15 @@ std::size_t findMisplaced(BasicParser& parser, Failure& failure) {
     return 0;
 }
 
-std::string writeOrigin(BasicParser& parser) {
+void writeOrigin(BasicParser& parser, std::string& text) {
     Failure* const failure = parser.failure();
-    if (failure != nullptr && !failure->misplaced.empty()) {
+    if (failure == nullptr) {
+        return;
+    }
+    if (!failure->misplaced.empty()) {
         failure->origin.number = findMisplaced(parser, *failure);
     }
-    return failure != nullptr ? failure->origin.text() : std::string();
+    failure->origin.appendTo(text);
 }
 
 }  // namespace

@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <exception>
-
 #include "assist/walk.h"
 #include "varo/assist.h"
 
@@ -9,43 +6,45 @@ namespace {
 
 using internal::WalkedWord;
 
-/// The first word of a command line of which `isWanted(word)` is true: its option; null if there is
-/// none, or no memory.
-template <class IsWanted>
+using IsWanted = bool (*)(WalkedWord const& word, char const* name);
+
+/// The first word of a command line of which `isWanted(word, name)` is true: its option; null if
+/// there is none, or no memory.
 OptionDescription const* findOptionOf(IParser* parser, int argc, char const* const* argv,
-                                      IsWanted isWanted) noexcept {
+                                      IsWanted isWanted, char const* name) noexcept {
     BasicParser* const ours = basicParserOf(parser);
-    if (ours == nullptr || argc < 2 || argv == nullptr ||
-        std::find(argv + 1, argv + argc, nullptr) != argv + argc) {
+    if (ours == nullptr) {
         return nullptr;
     }
     try {
-        ArgumentVector source(argv + 1, static_cast<std::size_t>(argc) - 1);
         internal::Walk walk(*ours);
-        walk.take(source);
-        auto const word =
-            std::find_if(walk.words().begin(), walk.words().end(), [&](WalkedWord const& each) {
-                return each.option != nullptr && !each.isWrong && isWanted(each);
-            });
-        return word != walk.words().end() ? word->option : nullptr;
-    } catch (std::exception const&) {
-        return nullptr;
+        walk.takeCommandLine(argc, argv);
+        for (WalkedWord const& word : walk.words()) {
+            if (word.option != nullptr && !word.isWrong && isWanted(word, name)) {
+                return word.option;
+            }
+        }
+    } catch (...) {  // no memory
     }
+    return nullptr;
+}
+
+bool isSwitchedOn(WalkedWord const& word, char const* name) {
+    return word.kind == WalkedWord::kOption && !word.isNegated && isNamed(*word.option, name);
+}
+
+bool isEmpty(WalkedWord const& word, char const* /*name*/) {
+    return word.text.empty();
 }
 
 }  // namespace
 
 bool isAskedFor(IParser* parser, int argc, char const* const* argv, char const* name) {
-    return name != nullptr && findOptionOf(parser, argc, argv, [name](WalkedWord const& word) {
-                                  auto const& names = word.option->m_names;
-                                  return word.kind == WalkedWord::kOption && !word.isNegated &&
-                                         std::find(names.begin(), names.end(), name) != names.end();
-                              }) != nullptr;
+    return name != nullptr && findOptionOf(parser, argc, argv, isSwitchedOn, name) != nullptr;
 }
 
 char const* firstEmptyOption(IParser* parser, int argc, char const* const* argv) {
-    OptionDescription const* const option =
-        findOptionOf(parser, argc, argv, [](WalkedWord const& word) { return word.text.empty(); });
+    OptionDescription const* const option = findOptionOf(parser, argc, argv, isEmpty, nullptr);
     return option != nullptr ? option->firstName().data() : nullptr;
 }
 

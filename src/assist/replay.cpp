@@ -1,18 +1,18 @@
 #include <algorithm>
-#include <cstring>
-#include <exception>
-#include <memory>
 #include <string>
 #include <typeinfo>
 #include <vector>
 
+#include "assist/answer.h"
 #include "assist/walk.h"
+#include "platform/join.h"
 #include "varo/documents.h"
 
 namespace varo_3_3 {
 namespace {
 
 using Entry = ParseResult::Entry;
+using internal::append;
 
 /// One occurrence of an option in a result: a part of the items of an entry, at least one.
 struct Occurrence {
@@ -32,9 +32,12 @@ bool isSame(Item const& left, Item const& right) {
 }
 
 bool isSame(Occurrence const& left, Occurrence const& right) {
-    return left.entry->key == right.entry->key &&
-           std::equal(left.begin, left.end, right.begin, right.end,
-                      [](Item const& one, Item const& other) { return isSame(one, other); });
+    bool isEqual =
+        left.entry->key == right.entry->key && left.end - left.begin == right.end - right.begin;
+    for (Item const *one = left.begin, *other = right.begin; isEqual && one != left.end; ++one) {
+        isEqual = isSame(*one, *other++);
+    }
+    return isEqual;
 }
 
 /// Writes a result as words and tries them: whatever is not read as it was stored is refused, so
@@ -44,31 +47,27 @@ public:
     Replay(BasicParser& parser, ParseResult const& result)
         : m_parser(parser), m_result(result), m_occurrences(occurrencesOf(result)) {}
 
-    /// "" when the format cannot hold the result.
-    std::string write(bool isForShell) {
-        std::string text;
-        if (!appendWords()) {
-            return text;
+    /// Writes nothing when the format cannot hold the result.
+    void write(bool isForShell, std::string& text) {
+        if (!addWords()) {
+            return;
         }
         if (!isForShell) {
             text = "# What was given, with full names; the comments are defaults.\n";
             appendDefaults(text);
         }
-        std::unique_ptr<char const*[]> const words(new char const*[m_count + 1]);
-        std::size_t count = 0;
-        for (std::size_t at = 0; at < m_words.size(); at += std::strlen(&m_words[at]) + 1) {
-            words[count++] = &m_words[at];
-            isForShell ? appendQuoted(text, &m_words[at]) : appendLine(text, &m_words[at]);
+        std::string_view word;
+        while (m_words.next(word)) {
+            isForShell ? appendQuoted(text, word) : append(text, {word, "\n"});
         }
+        m_words.rewind();
         OptionLines lines(text, m_whiteSpace);
-        ArgumentVector vector(words.get(), count);
-        ArgumentSource& source = isForShell ? static_cast<ArgumentSource&>(vector) : lines;
+        ArgumentSource& source = isForShell ? static_cast<ArgumentSource&>(m_words) : lines;
         if (!isReadBack(source)) {
             text.clear();
         } else if (text.empty()) {
             text = "--";  // nothing was given, which is no refusal
         }
-        return text;
     }
 
 private:
@@ -106,7 +105,7 @@ private:
     }
 
     /// False when an occurrence cannot be written as words.
-    bool appendWords() {
+    bool addWords() {
         auto const& arguments = m_result.plainArguments();
         auto argument = arguments.begin();
         for (Occurrence const& occurrence : m_occurrences) {
@@ -122,20 +121,20 @@ private:
             bool const isPlainToo = argument != arguments.end() && argument->position == before &&
                                     record->m_isPositional &&
                                     (m_parser.flags() & kPositionalAfterMarker) != 0;
-            if (!isPlainToo && !appendOccurrence(occurrence, *record)) {
+            if (!isPlainToo && !addOccurrence(occurrence, *record)) {
                 return false;
             }
         }
         if (!arguments.empty()) {
-            appendWord(kEndMarker);
+            m_words.add(kEndMarker);
         }
         for (ParseResult::Argument const& plain : arguments) {
-            appendWord(plain.text);
+            m_words.add(plain.text);
         }
         return true;
     }
 
-    bool appendOccurrence(Occurrence const& occurrence, OptionDescription const& record) {
+    bool addOccurrence(Occurrence const& occurrence, OptionDescription const& record) {
         std::string value;
         for (Item const* item = occurrence.begin; item != occurrence.end; ++item) {
             if (item != occurrence.begin) {
@@ -146,10 +145,10 @@ private:
             }
             value += item->text;
         }
-        std::string const word = wordOf(record, value);
-        appendWord(word);
-        if (takesValue(record) && value.empty() && !word.empty()) {
-            appendWord({});
+        spellOut(record, value);
+        m_words.add(m_word);
+        if (takesValue(record) && value.empty() && !m_word.empty()) {
+            m_words.add({});
         }
         return true;
     }
@@ -158,61 +157,47 @@ private:
         return record.m_type != mosaic2::vtBool && record.m_type != mosaic2::vtNull;
     }
 
-    /// The word that gives `value` to an option; the value alone where no name does.
-    std::string wordOf(OptionDescription const& record, std::string_view value) const {
+    /// Makes m_word the word that gives `value` to an option; the value alone where no name does.
+    void spellOut(OptionDescription const& record, std::string_view value) {
         bool const isSwitched =
             record.m_type == mosaic2::vtBool ? value == "0" || value == "1" : value.empty();
-        std::string word;
-        if (takesValue(record) || isSwitched) {
-            word = spell(record, value == "0");
-        }
-        if (word.empty()) {
-            word = value;
+        if ((!takesValue(record) && !isSwitched) || !spell(record, value == "0")) {
+            m_word = value;
         } else if (takesValue(record) && !value.empty()) {
-            word += '=';
-            word += value;
+            append(m_word, {"=", value});
         }
-        return word;
     }
 
-    void appendWord(std::string_view word) {
-        m_words += word;
-        m_words += '\0';
-        ++m_count;
-    }
-
-    /// A name of `record`, with dashes, that means it when written in full, and switches a boolean
-    /// off or on; "" if there is none.
-    std::string spell(OptionDescription const& record, bool isOff) const {
+    /// Makes m_word a name of `record`, with dashes, that means it when written in full, and
+    /// switches a boolean off or on. False if there is none.
+    bool spell(OptionDescription const& record, bool isOff) {
         NameIndex& names = m_parser.registry().names();
         bool const isBool = record.m_type == mosaic2::vtBool;
-        std::string word;
         for (std::string_view const name : record.m_names) {
             for (char const* const dashes : {"--", "--no-"}) {
-                word = dashes;
-                word += name;
-                std::uint32_t const key = names.findMeant(std::string_view(word).substr(2));
-                bool const canBeTyped = word.find_first_of("= \t\n\v\f\r") == std::string::npos;
+                m_word = dashes;
+                m_word += name;
+                std::uint32_t const key = names.findMeant(std::string_view(m_word).substr(2));
+                bool const canBeTyped = m_word.find_first_of("= \t\n\v\f\r") == std::string::npos;
                 if (canBeTyped && key != NameIndex::kNone &&
                     names.recordOf(key) == record.m_index &&
                     (!isBool || names.beginsWithNo(key) == isOff)) {
-                    return word;
+                    return true;
                 }
             }
         }
-        return {};
+        return false;
     }
 
-    void appendDefaults(std::string& text) const {
+    void appendDefaults(std::string& text) {
         for (Entry const& entry : m_result.entries()) {
             OptionDescription const* const record = recordOf(entry);
             if (!entry.hasDefault || !entry.items.empty() || record == nullptr) {
                 continue;
             }
             std::string_view const value = entry.defaultValue.text();
-            text += "# ";
-            text += wordOf(*record, value.substr(0, value.find('\n')));
-            text += '\n';
+            spellOut(*record, value.substr(0, value.find('\n')));
+            append(text, {"# ", m_word, "\n"});
         }
     }
 
@@ -238,23 +223,23 @@ private:
                 }
             }
         }
+        return isSameAsIn(read);
+    }
+
+    /// Whether a result has the same occurrences and plain arguments, in the same order.
+    bool isSameAsIn(ParseResult const& read) const {
         std::vector<Occurrence> const occurrences = occurrencesOf(read);
         auto const& plain = m_result.plainArguments();
         auto const& readPlain = read.plainArguments();
-        return std::equal(m_occurrences.begin(), m_occurrences.end(), occurrences.begin(),
-                          occurrences.end(),
-                          [](Occurrence const& left, Occurrence const& right) {
-                              return isSame(left, right);
-                          }) &&
-               std::equal(plain.begin(), plain.end(), readPlain.begin(), readPlain.end(),
-                          [](auto const& left, auto const& right) {
-                              return std::string_view(left.text) == right.text;
-                          });
-    }
-
-    static void appendLine(std::string& text, char const* word) {
-        text += word;
-        text += '\n';
+        bool isEqual =
+            occurrences.size() == m_occurrences.size() && plain.size() == readPlain.size();
+        for (std::size_t at = 0; isEqual && at < occurrences.size(); ++at) {
+            isEqual = isSame(m_occurrences[at], occurrences[at]);
+        }
+        for (std::size_t at = 0; isEqual && at < plain.size(); ++at) {
+            isEqual = std::string_view(plain[at].text) == readPlain[at].text;
+        }
+        return isEqual;
     }
 
     /// Appends one word of a POSIX shell.
@@ -269,7 +254,7 @@ private:
         }
         text += '\'';
         for (char const character : word) {
-            character == '\'' ? text += "'\\''" : text += character;
+            text += character == '\'' ? std::string_view("'\\''") : std::string_view(&character, 1);
         }
         text += '\'';
     }
@@ -278,25 +263,21 @@ private:
     ParseResult const& m_result;
     std::vector<Occurrence> const m_occurrences;
     internal::WhiteSpace m_whiteSpace;
-    std::string m_words;  // each ended by a zero
-    std::size_t m_count = 0;
+    CopiedArguments m_words;
+    std::string m_word;  // that is being made
 };
 
 }  // namespace
 
 char const* toOptionFile(IParser* parser, IParseResult* result, int form) {
-    BasicParser* const ours = basicParserOf(parser);
     IParseResult const* const given = result;
-    if (ours == nullptr || given == nullptr || &typeid(*given) != &typeid(ParseResult) ||
+    if (given == nullptr || &typeid(*given) != &typeid(ParseResult) ||
         (form != kOptionLines && form != kShellWords)) {
         return "";
     }
-    try {
-        Replay replay(*ours, static_cast<ParseResult const&>(*given));
-        return ours->texts().init(replay.write(form == kShellWords));
-    } catch (std::exception const&) {
-        return "";
-    }
+    return internal::answer(parser, [&](BasicParser& ours, std::string& text) {
+        Replay(ours, static_cast<ParseResult const&>(*given)).write(form == kShellWords, text);
+    });
 }
 
 }  // namespace varo_3_3

@@ -15,22 +15,29 @@ bool isIn(std::string_view set, char c) {
 /// anything. A substitution is one piece of its word, whatever is in it.
 class LineReader {
 public:
-    LineReader(Shell shell, std::string_view line, std::size_t cursor, std::string_view wordBreaks)
-        : m_isFish(shell == Shell::kFish), m_line(line), m_cursor(cursor), m_breaks(wordBreaks) {}
+    /// `words`, where the words are written, has wordBytes() for the size of the line.
+    LineReader(Shell shell, std::string_view line, char* words)
+        : m_isFish(shell == Shell::kFish), m_line(line), m_word(words), m_wordEnd(words) {}
 
-    ShellLine read() {
+    /// A word is no longer than what it is read from. Zeros end them: in the place of what
+    /// separates words, and of the last and of the one at the cursor.
+    static std::size_t wordBytes(std::size_t lineSize) { return lineSize + 2; }
+
+    void read(std::size_t cursor, std::string_view wordBreaks, ShellLine& line) {
+        m_cursor = cursor;
+        m_breaks = wordBreaks;
+        m_read = &line;
         while (!m_isDone && m_at < m_line.size()) {
             meetCursor();
             step();
         }
         meetCursor();
         endWord();
-        return std::move(m_read);
     }
 
     /// Where in the line its first word has got `length` bytes.
     std::size_t reach(std::size_t length) {
-        while (m_at < m_line.size() && m_word.size() < length) {
+        while (m_at < m_line.size() && word().size() < length) {
             step();
         }
         return m_at;
@@ -41,9 +48,14 @@ private:
         return m_at + ahead < m_line.size() ? m_line[m_at + ahead] : '\0';
     }
 
-    void take(std::string_view text) {
+    /// What was read of the present word.
+    std::string_view word() const { return {m_word, static_cast<std::size_t>(m_wordEnd - m_word)}; }
+
+    /// Takes the next `length` characters as they are.
+    void take(std::size_t length) {
         begin();
-        m_word += text;
+        m_wordEnd += m_line.copy(m_wordEnd, length, m_at);
+        m_at += length;
     }
 
     void begin() {
@@ -63,16 +75,17 @@ private:
         m_isPastCursor = true;
         begin();
         m_isCursorWord = true;
-        m_read.typed = m_word;
-        m_read.raw = m_line.substr(m_start, m_cursor - m_start);
-        m_read.quote = m_quote;
-        m_read.isRedirection = m_isTarget;
+        m_read->typed = word();
+        m_read->raw = m_line.substr(m_start, m_cursor - m_start);
+        m_read->quote = m_quote;
+        m_read->isRedirection = m_isTarget;
         if (m_quote != 0) {
             m_breakRaw = m_quoteRaw;
             m_breakTyped = m_quoteTyped;
         }
-        m_read.keptRaw = std::min(m_breakRaw, m_cursor) - m_start;
-        m_read.keptTyped = m_breakTyped;
+        m_read->keptRaw = std::min(m_breakRaw, m_cursor) - m_start;
+        m_read->keptTyped = m_breakTyped;
+        finishWord();  // what follows belongs to no word that anybody asks for
     }
 
     void step() {
@@ -87,11 +100,10 @@ private:
     }
 
     void stepInSubstitution(char c) {
-        take({&c, 1});
+        take(1);
         m_depth += c == '(' ? 1 : c == ')' ? -1 : 0;
         m_isBackquoted = m_isBackquoted && c != '`';
         m_depth = std::max(m_depth, 0);
-        ++m_at;
     }
 
     /// Enters a substitution if one begins here.
@@ -107,9 +119,7 @@ private:
         } else {
             return false;
         }
-        std::size_t const length = isOpening ? 2 : 1;
-        take(m_line.substr(m_at, length));
-        m_at += length;
+        take(isOpening ? 2 : 1);
         return true;
     }
 
@@ -121,8 +131,7 @@ private:
         } else if (c == '\\' && m_at + 1 < m_line.size() && isEscapeInQuote(peek(1))) {
             takeEscape(isDollar);
         } else if (m_quote != '"' || !beginsSubstitution(c)) {
-            take({&c, 1});
-            ++m_at;
+            take(1);
         }
     }
 
@@ -148,7 +157,7 @@ private:
         } else if (c == '\n') {
             return;  // the line goes on
         }
-        m_word += c;
+        *m_wordEnd++ = c;
     }
 
     char takeHexadecimal() {
@@ -180,8 +189,7 @@ private:
         } else if (isIn(m_isFish ? ";|&\n" : ";|&\n()", c)) {
             beginCommand();
         } else {
-            take({&c, 1});
-            ++m_at;
+            take(1);
             noteBreak(c);
         }
     }
@@ -192,25 +200,23 @@ private:
         m_at += length;
         bool const isBreak = isIn(m_breaks, m_line[m_at - 1]);
         m_quoteRaw = isBreak ? m_at : m_at - length;
-        m_quoteTyped = m_word.size();
+        m_quoteTyped = word().size();
     }
 
     /// Notes that bash will begin the word anew after the character just read.
     void noteBreak(char c) {
         if (isIn(m_breaks, c)) {
             m_breakRaw = m_at;
-            m_breakTyped = m_word.size();
+            m_breakTyped = word().size();
         }
     }
 
     /// Reads ">", "2>>", "&>", "<<<" and the like; the word that follows belongs to it.
     void beginRedirection() {
-        bool const isDescriptor =
-            m_isInWord && !m_isCursorWord &&
-            std::all_of(m_word.begin(), m_word.end(), [](char c) { return c >= '0' && c <= '9'; });
+        bool const isDescriptor = m_isInWord && !m_isCursorWord &&
+                                  word().find_first_not_of("0123456789") == std::string_view::npos;
         if (isDescriptor) {
             m_isInWord = false;
-            m_word.clear();
         }
         endWord();
         m_isTarget = true;
@@ -229,24 +235,31 @@ private:
             m_isDone = true;
             return;
         }
-        m_read.before.clear();
+        m_read->before.clear();
         ++m_at;
     }
 
     void endWord() {
         if (m_isInWord && !m_isCursorWord && !m_isTarget) {
-            (m_isPastCursor ? m_read.after : m_read.before).push_back(std::move(m_word));
+            (m_isPastCursor ? m_read->after : m_read->before).push_back(m_word);
+            finishWord();
         }
         m_isTarget = m_isTarget && !m_isInWord;
         m_isInWord = m_isCursorWord = false;
-        m_word.clear();
+        m_wordEnd = m_word;
+    }
+
+    /// Ends what was read by a zero and lets the next word begin after it.
+    void finishWord() {
+        *m_wordEnd++ = '\0';
+        m_word = m_wordEnd;
     }
 
     bool m_isFish;
     std::string_view m_line;
-    std::size_t m_cursor;
+    std::size_t m_cursor = 0;
     std::string_view m_breaks;
-    ShellLine m_read;
+    ShellLine* m_read = nullptr;
 
     std::size_t m_at = 0;
     bool m_isDone = false;
@@ -256,7 +269,8 @@ private:
     bool m_isInWord = false;
     bool m_isCursorWord = false;
     bool m_isTarget = false;  // of a redirection
-    std::string m_word;
+    char* m_word;
+    char* m_wordEnd;
     std::size_t m_start = 0;
     char m_quote = 0;
     int m_depth = 0;
@@ -270,13 +284,20 @@ private:
 }  // namespace
 
 ShellLine readShellLine(Shell shell, std::string_view left, std::string_view right,
-                        std::string_view wordBreaks, std::string& line) {
-    line.assign(left).append(right);
-    return LineReader(shell, line, left.size(), wordBreaks).read();
+                        std::string_view wordBreaks) {
+    std::size_t const size = left.size() + right.size();
+    ShellLine read;
+    read.texts.reset(new char[size + LineReader::wordBytes(size)]);
+    char* const line = read.texts.get();
+    left.copy(line, left.size());
+    right.copy(line + left.size(), right.size());
+    LineReader(shell, {line, size}, line + size).read(left.size(), wordBreaks, read);
+    return read;
 }
 
 std::size_t rawLength(Shell shell, std::string_view raw, std::size_t length) {
-    return LineReader(shell, raw, raw.size(), {}).reach(length);
+    std::unique_ptr<char[]> const words(new char[LineReader::wordBytes(raw.size())]);
+    return LineReader(shell, raw, words.get()).reach(length);
 }
 
 void appendQuoted(std::string& line, std::string_view text, char quote) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,9 +14,10 @@ enum class Shell { kBash, kZsh, kFish };
 /// redirections left out. Nothing in it is expanded or run; what a shell would expand stands in the
 /// words as it was typed.
 struct ShellLine {
-    std::vector<std::string> before;  ///< the words that end before the cursor, the command first
-    std::vector<std::string> after;   ///< the words that begin after it
-    std::string typed;                ///< of the word at the cursor, what is before the cursor
+    std::unique_ptr<char[]> texts;    ///< what the others point into: the line, and its words
+    std::vector<char const*> before;  ///< the words that end before the cursor, the command first
+    std::vector<char const*> after;   ///< the words that begin after it
+    std::string_view typed;           ///< of the word at the cursor, what is before the cursor
     std::string_view raw;             ///< the same with its quotes
     char quote = 0;                   ///< the quote open at the cursor: ' or ", $ for $', or 0
     bool isRedirection = false;       ///< whether the word at the cursor names a redirection's file
@@ -28,9 +30,8 @@ struct ShellLine {
 
 /// Reads the line of which `left` is before the cursor and `right` after it. `wordBreaks` are the
 /// characters at which bash begins a word to be completed, "" where the shell has none.
-/// ShellLine::raw points into `line`, which is set to the whole line.
 ShellLine readShellLine(Shell shell, std::string_view left, std::string_view right,
-                        std::string_view wordBreaks, std::string& line);
+                        std::string_view wordBreaks);
 
 /// How much of the raw text of a word stands for the first `length` bytes that were typed.
 std::size_t rawLength(Shell shell, std::string_view raw, std::size_t length);

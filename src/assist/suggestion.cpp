@@ -1,5 +1,5 @@
 #include <algorithm>
-#include <array>
+#include <initializer_list>
 #include <vector>
 
 #include "assist/answer.h"
@@ -15,7 +15,6 @@
 namespace varo_3_3 {
 namespace {
 
-using internal::join;
 using internal::Typo;
 using internal::Walk;
 using internal::WalkedWord;
@@ -35,39 +34,38 @@ public:
 
     /// Does nothing when it is full or has this one already.
     void add(std::string_view prefix, std::string_view name) {
-        Spelling const added = {prefix, name};
-        auto const end = m_spellings.begin() + m_size;
-        if (!isFull() && std::find(m_spellings.begin(), end, added) == end) {
-            m_spellings[m_size++] = added;
-        }
-    }
-
-    /// before 'a', 'b' or 'c' after: each name between `lead`, or its own dashes, and `tail`.
-    std::string text(std::string_view before, std::string_view after, std::string_view lead = {},
-                     std::string_view tail = {}) const {
-        std::string text;
         for (std::size_t at = 0; at < m_size; ++at) {
-            auto const& [prefix, name] = m_spellings[at];
-            text += at == 0 ? before : at + 1 == m_size ? "' or '" : "', '";
-            text += lead.data() != nullptr ? lead : dashesOf(name);
-            text += prefix;
-            text += name;
-            text += tail;
+            if (m_prefixes[at] == prefix && m_names[at] == name) {
+                return;
+            }
         }
-        text += isEmpty() ? "" : after;
-        return text;
+        if (!isFull()) {
+            m_prefixes[m_size] = prefix;
+            m_names[m_size++] = name;
+        }
     }
 
-    std::string_view firstName() const { return m_spellings[0].name; }
+    /// Appends: before 'a', 'b' or 'c' after. Each name is between `lead`, or its own dashes when
+    /// that is null, and `tail`. Nothing when there is no name.
+    void appendTo(std::string& text, std::string_view before, std::string_view after,
+                  std::string_view lead = {}, std::string_view tail = {}) const {
+        for (std::size_t at = 0; at < m_size; ++at) {
+            bool const isLast = at + 1 == m_size;
+            internal::append(text,
+                             {at == 0  ? before
+                              : isLast ? "' or '"
+                                       : "', '",
+                              lead.data() != nullptr ? lead : dashesOf(m_names[at]), m_prefixes[at],
+                              m_names[at], tail, isLast ? after : std::string_view()});
+        }
+    }
+
+    std::string_view firstName() const { return m_names[0]; }
 
 private:
-    struct Spelling {
-        std::string_view prefix;
-        std::string_view name;
-        bool operator==(Spelling const&) const = default;
-    };
-    std::array<Spelling, kMostListed> m_spellings;
-    std::uint8_t m_size = 0;
+    std::string_view m_prefixes[kMostListed];
+    std::string_view m_names[kMostListed];
+    std::size_t m_size = 0;
 };
 
 /// The nearest of the names that it is offered, the first few of them in their order.
@@ -97,15 +95,16 @@ constexpr std::string_view kDidYouMean = "Did you mean '";
 /// What a failed parse may have meant.
 class Suggestion {
 public:
-    Suggestion(BasicParser& parser, Failure& failure)
+    Suggestion(BasicParser& parser, Failure& failure, std::string& text)
         : m_parser(parser),
           m_failure(failure),
+          m_text(text),
           m_records(parser.registry().records()),
           m_walk(parser) {
         m_walk.takeAgain(failure);
     }
 
-    std::string write() const {
+    void write() {
         if (m_failure.stage == Failure::kActions) {
             return aboutActions();
         }
@@ -114,24 +113,27 @@ public:
         // When the word is right, a handler refused it. What is ambiguous has the candidates in its
         // error.
         WalkedWord const& wrong = words[isValueNext ? 1 : 0];
-        if (wrong.isWrong && wrong.kind == WalkedWord::kUnknown) {
-            return aboutName(wrong.text);
+        if (!wrong.isWrong) {
+            return;
         }
-        if (!wrong.isWrong || wrong.option == nullptr) {
-            return {};
+        if (wrong.kind == WalkedWord::kUnknown) {
+            aboutName(wrong.text);
+        } else if (wrong.option != nullptr && wrong.kind != WalkedWord::kOption) {
+            aboutValue(*wrong.option, wrong.text);
+        } else if (wrong.option != nullptr) {
+            wrong.lacksValue ? aboutNext() : aboutOwnValue(wrong);
         }
-        if (wrong.kind != WalkedWord::kOption) {
-            return aboutValue(*wrong.option, wrong.text);
-        }
-        return wrong.lacksValue ? aboutNext() : aboutOwnValue(wrong);
     }
 
 private:
+    void say(std::initializer_list<std::string_view> parts) { internal::append(m_text, parts); }
+
     /// What phase two says of what was stored, of `more`, and of the words walked over, if asked.
     ActionVerdict judge(OptionDescription const* more, bool withWords) const {
         std::vector<GivenOption> given;
-        given.reserve(m_failure.given.size() + m_walk.words().size() + 1);
-        for (std::string const& name : m_failure.given) {
+        std::string_view name;
+        m_failure.given.rewind();
+        while (m_failure.given.next(name)) {
             given.push_back({name, true});
         }
         for (WalkedWord const& word : m_walk.words()) {
@@ -150,8 +152,8 @@ private:
                                  : action == nullptr || accepts(*action, option);
     }
 
-    std::string belongs(OptionDescription const& option, std::string_view name,
-                        OptionDescription const& action) const {
+    void belongs(OptionDescription const& option, std::string_view name,
+                 OptionDescription const& action) {
         Spellings owners;
         for (auto const& record : m_records) {
             if (record->isAction() && !record->isHidden() &&
@@ -159,15 +161,15 @@ private:
                 owners.add({}, record->firstName());
             }
         }
-        if (owners.isEmpty() || option.isHidden() || action.isHidden()) {
-            return {};
+        if (!owners.isEmpty() && !option.isHidden() && !action.isHidden()) {
+            say({"'", dashesOf(name), name});
+            owners.appendTo(m_text, "' belongs to '", "', not to '");
+            say({dashesOf(action.firstName()), action.firstName(), "'."});
         }
-        return join({"'", dashesOf(name), name, owners.text("' belongs to '", "', not to '"),
-                     dashesOf(action.firstName()), action.firstName(), "'."});
     }
 
     /// An unknown argument: with dashes any name may be meant, without them an action.
-    std::string aboutName(std::string_view word) const {
+    void aboutName(std::string_view word) {
         std::string_view name = word;
         std::string_view value;
         internal::WhiteSpace whiteSpace;
@@ -179,24 +181,22 @@ private:
         Typo const typo(name);
         Nearest fitting;
         Nearest others;
-        auto const offer = [&](std::string_view prefix, std::string_view declared,
-                               OptionDescription const& record) {
-            unsigned const rank = typo.rank(prefix, declared);
-            if (fitting.wants(rank)) {
-                Nearest& nearest = fits(record, action) ? fitting : others;
-                if (nearest.wants(rank)) {
-                    nearest.offer(rank, prefix, declared, record);
-                }
-            }
-        };
         for (auto const& record : m_records) {
             if (record->isHidden() || (!hasDashes && !record->isAction())) {
                 continue;
             }
             for (std::string_view const declared : record->m_names) {
-                offer({}, declared, *record);
-                if (record->m_type == mosaic2::vtBool) {
-                    offer("no-", declared, *record);
+                for (std::string_view prefix = "";; prefix = "no-") {
+                    unsigned const rank = typo.rank(prefix, declared);
+                    if (fitting.wants(rank)) {
+                        Nearest& nearest = fits(*record, action) ? fitting : others;
+                        if (nearest.wants(rank)) {
+                            nearest.offer(rank, prefix, declared, *record);
+                        }
+                    }
+                    if (record->m_type != mosaic2::vtBool || !prefix.empty()) {
+                        break;
+                    }
                 }
             }
         }
@@ -208,14 +208,15 @@ private:
         constexpr std::size_t kMostBytes = 100;  // of a value that is repeated
         auto const before = static_cast<std::size_t>(name.data() - word.data());
         std::string_view const tail = word.substr(before + name.size());
-        return nearest.spellings.text(kDidYouMean, "'?", hasDashes ? word.substr(0, before) : "--",
-                                      tail.size() <= kMostBytes ? tail : std::string_view());
+        nearest.spellings.appendTo(m_text, kDidYouMean, "'?",
+                                   hasDashes ? word.substr(0, before) : "--",
+                                   tail.size() <= kMostBytes ? tail : std::string_view());
     }
 
     /// The first piece of a value that is none of those allowed.
-    static std::string aboutValue(OptionDescription const& option, std::string_view value) {
+    void aboutValue(OptionDescription const& option, std::string_view value) {
         if (option.m_type != mosaic2::vtString) {
-            return {};
+            return;
         }
         std::string_view piece;
         mosaic2::variant_t converted;
@@ -238,27 +239,29 @@ private:
                 }
             }
         }
-        return nearest.spellings.text(kDidYouMean, "'?", "");
+        nearest.spellings.appendTo(m_text, kDidYouMean, "'?", "");
     }
 
     /// The first word lacks its value: that may be the next one, which begins with a dash.
-    std::string aboutNext() const {
+    void aboutNext() {
         auto const& words = m_walk.words();
         if (words.size() < 2 || words[1].kind == WalkedWord::kOption ||
             words[1].kind == WalkedWord::kEndMarker) {
-            return {};
+            return;
         }
-        std::string joined = join({words[0].text, "=", words[1].text});
+        std::string const joined = internal::join({words[0].text, "=", words[1].text});
         char const* const argument = joined.c_str();
         ArgumentVector source(&argument, 1);
         Walk walk(m_parser);
         walk.goOn(Walk::Mode::kAnything);
         walk.take(source);
-        return walk.words()[0].isWrong ? std::string() : join({"Write '", joined, "'."});
+        if (!walk.words()[0].isWrong) {
+            say({"Write '", joined, "'."});
+        }
     }
 
     /// An option with a wrong value after "=": one that is not allowed, or any of a boolean.
-    static std::string aboutOwnValue(WalkedWord const& word) {
+    void aboutOwnValue(WalkedWord const& word) {
         std::string_view name;
         std::string_view value;
         internal::WhiteSpace whiteSpace;
@@ -269,30 +272,33 @@ private:
         }
         mosaic2::variant_t const meant = fromString(value, mosaic2::vtBool);
         if (meant.m_type != mosaic2::vtBool || option.isHidden()) {
-            return {};
+            return;
         }
         bool const isOn = meant.get<bool>() != word.isNegated;
         auto const before = static_cast<std::size_t>(name.data() - word.text.data());
-        return join(
-            {"Write '", word.text.substr(0, before), isOn ? "" : "no-", option.firstName(), "'."});
+        say({"Write '", word.text.substr(0, before), isOn ? "" : "no-", option.firstName(), "'."});
     }
 
-    std::string aboutActions() const {
+    void aboutActions() {
         ActionVerdict const verdict = judge(nullptr, false);
         if (verdict.kind == ActionVerdict::kNotAccepted) {
             return belongs(*verdict.other, verdict.other->firstName(), *verdict.action);
         }
         if (verdict.kind != ActionVerdict::kNoAction) {
-            return {};
+            return;
         }
         for (WalkedWord const& word : m_walk.words()) {
-            std::string meant =
-                word.kind == WalkedWord::kPositional ? aboutName(word.text) : std::string();
-            if (!meant.empty()) {
-                return meant;
+            if (word.kind == WalkedWord::kPositional && m_text.empty()) {
+                aboutName(word.text);
             }
         }
-        // The actions with which all that was given fits.
+        if (m_text.empty()) {
+            aboutMissingAction();
+        }
+    }
+
+    /// The actions with which all that was given fits.
+    void aboutMissingAction() {
         std::size_t tried = 0;
         Spellings fitting;
         bool isMore = false;
@@ -304,20 +310,22 @@ private:
                 fitting.add({}, record->firstName());
             }
         }
-        return fitting.text(isMore ? "Add an action, such as '" : "Add '", "'.");
+        fitting.appendTo(m_text, isMore ? "Add an action, such as '" : "Add '", "'.");
     }
 
     BasicParser& m_parser;
-    Failure const& m_failure;
+    Failure& m_failure;
+    std::string& m_text;
     OptionRecords const& m_records;
     Walk m_walk;
 };
 
-std::string writeSuggestion(BasicParser& parser) {
+void writeSuggestion(BasicParser& parser, std::string& text) {
     Failure* const failure = parser.failure();
-    return failure != nullptr && !failure->words.empty()
-               ? printable(Suggestion(parser, *failure).write())
-               : std::string();
+    if (failure != nullptr && !failure->words.empty()) {
+        Suggestion(parser, *failure, text).write();
+        text = printable(text);
+    }
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
 #include "assist/walk.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "recognizers/positions.h"
@@ -22,6 +21,20 @@ void Walk::take(ArgumentSource& source) {
     }
 }
 
+bool Walk::takeCommandLine(int argc, char const* const* argv) {
+    if (argc < 2 || argv == nullptr) {
+        return false;
+    }
+    for (int at = 1; at < argc; ++at) {
+        if (argv[at] == nullptr) {
+            return false;
+        }
+    }
+    ArgumentVector source(argv + 1, static_cast<std::size_t>(argc) - 1);
+    take(source);
+    return true;
+}
+
 void Walk::takeAgain(Failure& failure) {
     if (failure.stage != Failure::kActions) {
         goOn(failure.stage == Failure::kPlain        ? Mode::kPlain
@@ -39,13 +52,12 @@ void Walk::takeOptionFiles() {
     m_files.noteDefault();
     while (m_files.hasNext()) {
         std::string_view content;
-        std::string error;
-        if (!m_files.loadNext(content, error)) {
+        if (!m_files.loadNext(content, m_message)) {
             WalkedWord& unreadable = m_words.emplace_back();
             unreadable.kind = WalkedWord::kUnreadableFile;
             unreadable.isWrong = true;
             unreadable.file = m_files.current();
-            unreadable.message = std::move(error);
+            keepMessage(unreadable);
             continue;
         }
         m_mode = Mode::kAnything;
@@ -95,9 +107,11 @@ void Walk::takePlain(ArgumentList& args) {
                                            ownState());
         if (positional.recognize(single, m_parser.registry(), m_message) == kTaken) {
             unsigned long index = 0;
+            m_message.clear();
             word.isWrong = positional.parse(single, collector(), m_parser.registry(), index,
-                                            word.message) != kTaken;
+                                            m_message) != kTaken;
             word.option = optionAt(index);
+            keepMessage(word);
         }
     }
     args.eraseFront();
@@ -107,7 +121,8 @@ void Walk::takeUnclaimed(ArgumentList& args) {
     WalkedWord& word = note(WalkedWord::kUnknown, args);
     if ((m_parser.flags() & kUnknownIsError) != 0) {
         word.isWrong = true;
-        word.message = BasicParser::unknownText(args[0]);
+        m_message = BasicParser::unknownText(args[0]);
+        keepMessage(word);
     }
     args.eraseFront();
 }
@@ -115,9 +130,11 @@ void Walk::takeUnclaimed(ArgumentList& args) {
 void Walk::takePositional(ArgumentList& args, PositionalOptionsParser& positional) {
     WalkedWord& word = note(WalkedWord::kPositional, args);
     unsigned long index = 0;
+    m_message.clear();
     word.isWrong =
-        positional.parse(args, collector(), m_parser.registry(), index, word.message) != kTaken;
+        positional.parse(args, collector(), m_parser.registry(), index, m_message) != kTaken;
     word.option = optionAt(index);
+    keepMessage(word);
     if (word.isWrong) {
         args.eraseFront();
     }
@@ -148,7 +165,7 @@ void Walk::takeOption(ArgumentList& args, AbbreviationParser& abbreviation) {
     WalkedWord& judged = m_words.back();
     judged.option = name.option;
     judged.isWrong = isWrong;
-    judged.message = m_message;
+    keepMessage(judged);
     for (std::size_t left = isWrong ? m_words.size() - nameAt : 0; left != 0; --left) {
         args.eraseFront();
     }
@@ -161,6 +178,12 @@ WalkedWord& Walk::note(WalkedWord::Kind kind, ArgumentList const& args, std::siz
     word.file = m_files.current();
     word.number = args.numberOf(at);
     return word;
+}
+
+void Walk::keepMessage(WalkedWord& word) {
+    if (!m_message.empty()) {
+        word.message = {m_texts.keep(m_message), m_message.size()};
+    }
 }
 
 /// The record of this number; null when a recognizer found none.

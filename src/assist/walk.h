@@ -36,7 +36,7 @@ struct WalkedWord {
     std::size_t number = 0;   ///< of the argument or line, from 1 on
     /// Whose name or value it is; null when that is unknown or ambiguous.
     OptionDescription const* option = nullptr;
-    std::string message;  ///< why it is wrong; else warnings, one a line
+    std::string_view message;  ///< why it is wrong; else warnings, one a line; held by the walk
 };
 
 /// A parse that leaves no trace: the recognizers of a parse run over words and store what they find
@@ -60,6 +60,9 @@ public:
 
     /// Walks over the words of `source`, which continue those before.
     void take(ArgumentSource& source);
+
+    /// Walks over the arguments after argv[0]. False when there are none, or a pointer is null.
+    bool takeCommandLine(int argc, char const* const* argv);
 
     /// Walks over the words that were kept of a failure, from the state in which it failed.
     void takeAgain(Failure& failure);
@@ -89,6 +92,7 @@ private:
     void takePositional(ArgumentList& args, PositionalOptionsParser& positional);
     void takeOption(ArgumentList& args, AbbreviationParser& abbreviation);
     WalkedWord& note(WalkedWord::Kind kind, ArgumentList const& args, std::size_t at = 0);
+    void keepMessage(WalkedWord& word);
     OptionDescription const* optionAt(unsigned long index) const;
     IResultCollector* collector();
     SharedState ownState() { return {m_nextPosition, kIsTraced}; }
@@ -101,7 +105,8 @@ private:
     ParseResult m_result;
     OptionFiles m_files;
     std::vector<WalkedWord> m_words;
-    std::string m_message;
+    Garbage m_texts;
+    std::string m_message;  // of the present word
     Mode m_mode = Mode::kAnything;
     bool m_isListBegun = false;
 };

@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "parser/parse_session.h"
+#include "platform/join.h"
 
 namespace varo_3_3 {
 namespace {
@@ -21,18 +22,51 @@ void keepWords(Failure& failure, ArgumentList& args) {
 void keepGiven(Failure& failure, ParseResult const& result) {
     for (GivenOption const& given : result.givenOptions()) {
         if (given.isStored) {
-            failure.given.emplace_back(given.name);
+            failure.given.add(given.name);
         }
     }
 }
 
-/// Lets `fill` fill in a new failure. Explaining is no reason to fail otherwise.
-template <class Fill>
-void keep(ParseSession& session, Failure::Stage stage, Fill fill) noexcept {
+/// Fills in what the two phases' rules for actions refused.
+void keepMisplaced(Failure& failure, ParseSession& session, OptionDescription const* one,
+                   OptionDescription const* other) {
+    int last = kNoPosition;
+    for (OptionDescription const* const record : {one, other}) {
+        int const position = record == nullptr ? kNoPosition
+                                               : session.result.firstOccurrence(
+                                                     record->firstName(), session.firstPosition);
+        if (position != kNoPosition && (last == kNoPosition || position > last)) {
+            last = position;
+            failure.misplaced = record->firstName();
+        }
+    }
+    std::size_t const file =
+        last != kNoPosition ? session.files.fileAt(last) : OptionFiles::kCommandLine;
+    failure.origin = session.files.originOf(file, 0);
+    bool const isInFile = file != OptionFiles::kCommandLine;
+    OptionLines lines(isInFile ? session.files.contentOf(file) : "", session.whiteSpace);
+    ArgumentSource& source = isInFile ? lines : *session.source;
+    source.rewind();
+    ArgumentList args(source);
+    keepWords(failure, args);
+}
+
+/// Keeps a failure of any stage; what does not belong to the stage is null. Explaining is no reason
+/// to fail otherwise.
+void keep(ParseSession& session, Failure::Stage stage, ArgumentList* args,
+          OptionDescription const* one, OptionDescription const* other) noexcept {
     try {
         auto failure = std::make_unique<Failure>();
         failure->stage = stage;
-        fill(*failure);
+        OptionFiles const& files = session.files;
+        if (args != nullptr) {
+            failure->origin = files.originOf(files.current(), args->numberOf(0));
+            keepWords(*failure, *args);
+        } else if (stage == Failure::kOptionFile) {
+            failure->origin = files.whereNamed(files.current());
+        } else {
+            keepMisplaced(*failure, session, one, other);
+        }
         keepGiven(*failure, session.result);
         session.failure = std::move(failure);
     } catch (std::exception const&) {
@@ -42,50 +76,24 @@ void keep(ParseSession& session, Failure::Stage stage, Fill fill) noexcept {
 
 }  // namespace
 
-std::string Origin::text() const {
-    std::string text;
+void Origin::appendTo(std::string& text) const {
     if (isInFile || number != 0) {
-        text = list;
-        text += isInFile && number != 0 ? ":" : "";
-        text += number != 0 ? std::to_string(number) : "";
-        text += outer;
+        std::string const digits = number != 0 ? std::to_string(number) : std::string();
+        internal::append(text, {list, isInFile && number != 0 ? ":" : "", digits, outer});
     }
-    return text;
 }
 
 void keepFailedArgument(ParseSession& session, ArgumentList& args, Failure::Stage stage) noexcept {
-    keep(session, stage, [&](Failure& failure) {
-        failure.origin = session.files.originOf(session.files.current(), args.numberOf(0));
-        keepWords(failure, args);
-    });
+    keep(session, stage, &args, nullptr, nullptr);
 }
 
 void keepFailedFile(ParseSession& session) noexcept {
-    keep(session, Failure::kOptionFile, [&](Failure& failure) {
-        failure.origin = session.files.whereNamed(session.files.current());
-    });
+    keep(session, Failure::kOptionFile, nullptr, nullptr, nullptr);
 }
 
 void keepFailedActions(ParseSession& session, OptionDescription const* one,
                        OptionDescription const* other) noexcept {
-    keep(session, Failure::kActions, [&](Failure& failure) {
-        int last = kNoPosition;
-        for (OptionDescription const* const record : {one, other}) {
-            int const position =
-                record == nullptr
-                    ? kNoPosition
-                    : session.result.firstOccurrence(record->firstName(), session.firstPosition);
-            if (position != kNoPosition && (last == kNoPosition || position > last)) {
-                last = position;
-                failure.misplaced = record->firstName();
-            }
-        }
-        std::size_t const file =
-            last != kNoPosition ? session.files.fileAt(last) : OptionFiles::kCommandLine;
-        failure.origin = session.files.originOf(file, 0);
-        session.files.readAgain(file, *session.source, session.whiteSpace,
-                                [&](ArgumentList& args) { keepWords(failure, args); });
-    });
+    keep(session, Failure::kActions, nullptr, one, other);
 }
 
 }  // namespace varo_3_3

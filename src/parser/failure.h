@@ -22,9 +22,9 @@ struct Origin {
     std::size_t number = 0;  ///< 0 when it is not known
     std::string outer;       ///< ", from weekly.options:5, from argument 2"
 
-    /// "common.options:3, from weekly.options:5, from argument 2", of a file without a known line
-    /// the name alone; "" when nothing is known.
-    std::string text() const;
+    /// Appends "common.options:3, from weekly.options:5, from argument 2", of a file without a
+    /// known line the name alone; nothing when nothing is known.
+    void appendTo(std::string& text) const;
 };
 
 /// What is kept of a parse that failed, for those who explain it afterwards. Costs a parse nothing
@@ -49,7 +49,7 @@ struct Failure {
     std::vector<std::uint32_t> numbers;  ///< theirs, of arguments or lines
 
     /// Keys of the options that were stored.
-    std::vector<std::string> given;
+    CopiedArguments given;
 
     /// The name of the option or action that does not fit; "" if there is none.
     std::string misplaced;

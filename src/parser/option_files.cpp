@@ -8,6 +8,15 @@
 
 namespace varo_3_3 {
 
+bool isNamed(OptionDescription const& option, std::string_view name) {
+    for (std::string_view const own : option.m_names) {
+        if (own == name) {
+            return true;
+        }
+    }
+    return false;
+}
+
 bool OptionLines::next(std::string_view& argument) {
     while (!m_rest.empty()) {
         std::size_t const lineEnd = std::min(m_rest.find('\n'), m_rest.size());
@@ -67,12 +76,6 @@ void OptionFiles::store(OptionDescription const& option, OptionData const& data)
     std::move(named.begin(), named.end(), std::back_inserter(m_files));
 }
 
-/// Whether this is the option for option files, by any of its names.
-bool OptionFiles::namesFiles(OptionDescription const& option) {
-    NameList const& names = option.m_names;
-    return std::find(names.begin(), names.end(), kOptionFileName) != names.end();
-}
-
 void OptionFiles::noteDefault() {
     char const* const name = m_result.defaultOf(kOptionFileName).as<char const*>();
     if (!m_isGiven && name != nullptr) {
@@ -123,9 +126,9 @@ Origin OptionFiles::originOf(std::size_t file, std::size_t number) const {
     while (file != kCommandLine) {
         number = m_files[file].number;
         file = m_files[file].namedIn;
-        std::string const outer = placeOf(file, number).text();
-        origin.outer += outer.empty() ? ", from a default" : ", from ";
-        origin.outer += outer;
+        bool const isDefault = file == kCommandLine && number == 0;
+        origin.outer += isDefault ? ", from a default" : ", from ";
+        placeOf(file, number).appendTo(origin.outer);
     }
     return origin;
 }

@@ -17,6 +17,9 @@ namespace varo_3_3 {
 /// The name of the option whose values name option files.
 inline constexpr std::string_view kOptionFileName = "option-file";
 
+/// Whether this is one of the option's names.
+bool isNamed(OptionDescription const& option, std::string_view name);
+
 /// The arguments of a text in the format of option files: one per line, without leading white space
 /// and trailing carriage returns; empty lines and comments yield none.
 class OptionLines final : public ArgumentSource {
@@ -52,7 +55,9 @@ public:
     static constexpr std::size_t kCommandLine = ~std::size_t{0};
 
     /// Whether this is the option for option files, by any of its names.
-    static bool namesFiles(OptionDescription const& option);
+    static bool namesFiles(OptionDescription const& option) {
+        return isNamed(option, kOptionFileName);
+    }
 
     /// What is stored from now on, at `position` and later, is named in `args`, which are the
     /// parse's own or the last loaded file's.
@@ -74,7 +79,8 @@ public:
     /// The file that was loaded, or could not be loaded, last; before that kCommandLine.
     std::size_t current() const { return m_current; }
 
-    std::string const& nameOf(std::size_t file) const { return m_files[file].name; }
+    /// The text of a file that was loaded. Lives as long as this object.
+    std::string_view contentOf(std::size_t file) const { return m_files[file].content; }
 
     /// The place of an argument of this file, with this number or line.
     Origin placeOf(std::size_t file, std::size_t number) const;
@@ -89,22 +95,6 @@ public:
 
     /// The file whose arguments took this position.
     std::size_t fileAt(int position) const;
-
-    /// Calls `read(args)` for the arguments of a file from the first on. `source` are the parse's
-    /// own.
-    template <class Read>
-    void readAgain(std::size_t file, ArgumentSource& source, internal::WhiteSpace& whiteSpace,
-                   Read read) const {
-        if (file == kCommandLine) {
-            source.rewind();
-            ArgumentList args(source);
-            read(args);
-        } else {
-            OptionLines lines(m_files[file].content, whiteSpace);
-            ArgumentList args(lines);
-            read(args);
-        }
-    }
 
 private:
     // Far more than people write: they end a parse whose files name ever more files.

@@ -41,7 +41,7 @@ char* Garbage::room(std::size_t size) {
     return place;
 }
 
-/// A text that would fill much of a chunk gets one of its own, the chunk in use goes on.
+/// A text that would fill much of a chunk gets one of its own, and the current chunk stays in use.
 char* Garbage::roomInNewChunk(std::size_t size) {
     constexpr std::size_t kFirstChunk = 256;      // all texts of an ordinary parse
     constexpr std::size_t kLargestChunk = 65536;  // from here on allocating costs next to nothing

@@ -21,14 +21,14 @@ public:
     Garbage(Garbage const&) = delete;
     Garbage& operator=(Garbage const&) = delete;
 
-    /// The held copy of `text`; equal texts share one copy. Null counts as "". Texts are searched
-    /// by order: an attacker can make them neither collide nor pile up.
+    /// The held copy of `text`; equal texts share one copy. Null is the same as "". Texts are
+    /// searched by order, so an attacker can make them neither collide nor pile up.
     virtual char const* init(char const* text);
     char const* init(std::string_view text);
     char const* init(std::string&& text);
 
-    /// A copy of `text` that is shared with no other: cheaper where texts rarely repeat. Null
-    /// counts as "".
+    /// A copy of `text` that is shared with no other: cheaper where texts rarely repeat. Null is
+    /// the same as "".
     char const* keep(char const* text);
     char const* keep(std::string_view text);
 

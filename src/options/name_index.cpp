@@ -110,10 +110,10 @@ NameIndex::BestMatch NameIndex::find_best_match(std::string_view typed) {
 }
 
 /// The earliest key among those of a range of the sorted array. A tree over the array answers for
-/// wide ranges, such as an abbreviation of a thousand names has: its leaves are the keys, every
-/// other node is the earlier of its two children.
+/// wide ranges, such as those of an abbreviation of a thousand names: its leaves are the keys,
+/// every other node is the earlier of its two children.
 std::uint32_t NameIndex::earliestOf(std::size_t begin, std::size_t end) {
-    constexpr std::size_t kNarrow = 32;  // is looked through faster than the tree
+    constexpr std::size_t kNarrow = 32;  // faster to look through than the tree
     auto const earlier = [this](std::uint32_t left, std::uint32_t right) {
         return isEarlier(m_keys[left], m_keys[right]) ? left : right;
     };
@@ -201,8 +201,7 @@ bool NameIndex::hasTag(Key const& key, std::string const* tag) {
 
 std::uint32_t NameIndex::hashOf(std::string_view text, std::string const* tag) {
     std::uint32_t const hash = internal::TextHash::of(text);
-    // Weighted, so that a name and a tag may not change places; an empty tag is not the same as
-    // none.
+    // Weighted, so that exchanging name and tag changes the hash; an empty tag differs from none.
     return tag == nullptr ? hash : hash * 31 + internal::TextHash::of(*tag) + 1;
 }
 
@@ -303,7 +302,7 @@ void NameIndex::remove(Key wanted) noexcept {
     noteChange();
 }
 
-/// What was found out about the names so far is not certain any more.
+/// What was found out about the names so far may no longer be true.
 void NameIndex::noteChange() noexcept {
     m_isSorted = false;
     ++m_changes;

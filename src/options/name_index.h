@@ -19,10 +19,10 @@ namespace varo_3_3 {
 /// and tag form a chain in declaration order, whose head is in a hash table. Heads without a tag
 /// are also in an array sorted by text, for abbreviations.
 ///
-/// How does it stay correct when declarations change? Keys refer to records by number, and to texts
-/// that the parser keeps. The registry inserts a record when it is declared, removes it when it
-/// is replaced, and passes on every name or tag that a record gets later. Each such change drops
-/// the sorted array; the next abbreviation builds it again.
+/// It stays correct when declarations change: keys refer to records by number, and to texts that
+/// the parser keeps. The registry inserts a record when it is declared, removes it when it is
+/// replaced, and passes on every name or tag that a record gets later. Each such change drops the
+/// sorted array; the next abbreviation builds it again.
 class NameIndex {
 public:
     static constexpr std::uint32_t kNone = internal::HashIndex::kNone;
@@ -69,8 +69,8 @@ public:
     /// empty name has none. May throw std::bad_alloc.
     BestMatch find_best_match(std::string_view typed);
 
-    /// The key that a typed name stands for, as parses have it; kNone for none and for several. May
-    /// throw std::bad_alloc.
+    /// The key that a typed name means to a parse; kNone for none and for several. May throw
+    /// std::bad_alloc.
     std::uint32_t findMeant(std::string_view typed) {
         BestMatch const match = find_best_match(typed);
         bool const isMeant = match.isUnique || (match.first != kNone && isOneOption(match));
@@ -109,8 +109,8 @@ private:
         std::uint32_t next;           // in the chain
         std::uint32_t tail;           // of the chain; kept in its head
         std::uint32_t hash;
-        // The answer of isOneOption, and after which change it was given. It takes a walk over all
-        // tags of the record, which one argument after the other would repeat.
+        // The answer of isOneOption, and after which change it was given. Without it, every
+        // argument would walk over all tags of the record.
         std::uint32_t askedAfter : 31;
         std::uint32_t isOneOption : 1;
     };

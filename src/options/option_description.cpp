@@ -146,14 +146,14 @@ ValueIndex const& OptionDescription::allowedIndex() const {
 }
 
 bool OptionDescription::isAllowed(mosaic2::variant_t const& value) const {
-    constexpr std::size_t kFew = 8;  // are compared faster than an index is made
+    constexpr std::size_t kFew = 8;  // faster to compare than to make an index of
     return m_allowedValues.size() <= kFew
                ? std::find(m_allowedValues.begin(), m_allowedValues.end(), value) !=
                      m_allowedValues.end()
                : allowedIndex().contains(value);
 }
 
-/// Makes an abbreviated text the allowed value that it begins, or says why that cannot be done. The
+/// Replaces an abbreviated text with the allowed value that it begins, or says why it cannot. The
 /// value is stored as a string of its own: a borrowed one may be gone before the result is.
 bool OptionDescription::complete(std::string_view text, mosaic2::variant_t& value,
                                  std::string& message) const {

@@ -67,7 +67,7 @@ std::uint32_t RegisteredOptionStorage::sectionNumber(std::string_view name) cons
 
 void RegisteredOptionStorage::endUse() noexcept {
     if (--m_users == 0) {
-        OptionRecords const retired = std::move(m_retired);  // what goes with it may parse again
+        OptionRecords const retired = std::move(m_retired);  // what it destroys may parse again
         m_retired.clear();
     }
 }
@@ -207,8 +207,8 @@ IOption* RegisteredOptionStorage::append(std::unique_ptr<OptionDescription> reco
     return m_records.back().get();
 }
 
-/// Puts a record in the place of an earlier one. While records are in use the earlier one is set
-/// aside whole; else its address is kept too, for hosts that still hold a pointer to it.
+/// Puts a record in the place of an earlier one. While records are in use, the earlier one is set
+/// aside whole; otherwise even its address is kept, for hosts that still hold a pointer to it.
 IOption* RegisteredOptionStorage::replace(unsigned long index,
                                           std::unique_ptr<OptionDescription> record) noexcept {
     std::unique_ptr<OptionDescription>& place = m_records[index];

@@ -9,7 +9,7 @@ void Refusals::add(char const* names, Reason reason, std::uint32_t holder) noexc
         try {
             m_entries.push_back({names != nullptr ? names : "", holder, reason});
             return;
-        } catch (std::exception const&) {  // no memory: it is counted at least
+        } catch (std::exception const&) {  // no memory: at least it is counted
         }
     }
     ++m_more;

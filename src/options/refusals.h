@@ -8,14 +8,14 @@
 namespace varo_3_3 {
 
 /// The declarations that were refused, for the host's own test. Costs nothing until there is one;
-/// of a host that goes on declaring what is refused, only the first ones are kept by name.
+/// only the first ones are kept by name, since a host may go on declaring what is refused.
 class Refusals {
 public:
     enum class Reason : std::uint8_t { kNoNames, kTooManyNames, kLongThirdName, kNameTaken };
 
     struct Entry {
         std::string names;     // as they were given
-        std::uint32_t holder;  // of a name that is taken: the number of the declaration that has it
+        std::uint32_t holder;  // the number of the declaration that has a taken name
         Reason reason;
     };
 

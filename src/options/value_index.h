@@ -8,15 +8,15 @@
 
 namespace varo_3_3 {
 
-/// An order of variants that a search can follow. Their own has circles where kinds are mixed, as
-/// 1, 1.0 and "1" are: so they are ordered by kind first. Integers are equal by their bits, and are
-/// ordered by them.
+/// An order of variants that a search can follow. Their own has cycles where kinds are mixed, as in
+/// 1, 1.0 and "1", so here the kind comes first. Integers are equal by their bits, and are ordered
+/// by them.
 struct ByKind {
     bool operator()(mosaic2::variant_t const& left, mosaic2::variant_t const& right) const;
 };
 
 /// The integer or double that is equal to this number of the other kind; vtNull if there is none,
-/// and for doubles from 2^53 on, where several integers are.
+/// and for doubles from 2^53 on, which equal several integers.
 mosaic2::variant_t asOtherNumber(mosaic2::variant_t const& value);
 
 /// Finds values of a list without looking at each. The list must not change meanwhile.
@@ -28,8 +28,8 @@ public:
     /// Whether one of the values is equal to `value`.
     bool contains(mosaic2::variant_t const& value) const;
 
-    /// What begins with a text: nothing, or one value, which may stand in the list several times,
-    /// or others as well.
+    /// What begins with a text: nothing, one value, which may be in the list several times, or
+    /// several.
     struct Completion {
         mosaic2::variant_t const* value = nullptr;
         bool isUnique = false;

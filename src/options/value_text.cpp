@@ -49,8 +49,9 @@ bool readInteger(std::string_view text, mosaic2::variant_t& result) {
     return true;
 }
 
-/// Tells what std::from_chars reports alike: whether a number out of range is too small, not too
-/// large. True when the first digit other than 0 is after the decimal point in the end.
+/// Whether a number out of range is too small rather than too large, which std::from_chars does not
+/// tell. True when, with the exponent applied, the first digit other than 0 is after the decimal
+/// point.
 bool isTooSmall(std::string_view number) {
     std::size_t const exponentAt = std::min(number.find_first_of("eE"), number.size());
     std::string_view const digits = number.substr(0, exponentAt);

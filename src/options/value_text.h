@@ -18,8 +18,7 @@ namespace varo_3_3 {
 /// - char const*: the text itself
 ///
 /// Numbers may have blanks, tabs and line ends around them and begin with "+", unsigned ones not
-/// with
-/// "-". Numbers out of range are not converted.
+/// with "-". Numbers out of range are not converted.
 struct OperationFromString {
     template <class Type>
     bool execute();
@@ -38,7 +37,7 @@ struct OperationToString {
     std::string& m_text;
 };
 
-/// Finds the name under which help and messages show a type.
+/// Finds the name by which help and messages show a type.
 struct OperatorGetTypeName {
     template <class Type>
     void execute();

@@ -11,7 +11,7 @@
 namespace varo_3_3 {
 namespace {
 
-/// Finds the action, of several that are allowed together the last by name.
+/// Finds the action: of several that are allowed together, the last by name.
 ActionVerdict findAction(std::vector<GivenOption> const& given,
                          RegisteredOptionStorage const& registry, ActionGroups const& groups) {
     std::optional<MetActions> met;  // from the second action on
@@ -78,7 +78,7 @@ bool accepts(OptionDescription const& action, OptionDescription const& option) {
 
 ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,
                            ActionGroups const& groups) {
-    if (registry.actionCount() != 0) {  // otherwise no order shows
+    if (registry.actionCount() != 0) {  // otherwise the order has no effect
         std::sort(given.begin(), given.end(),
                   [](auto const& left, auto const& right) { return left.name < right.name; });
     }
@@ -126,8 +126,8 @@ std::string textOf(ActionVerdict const& verdict) {
 }
 
 int BasicParser::parse_phase_two(ParseSession& session) {
-    // Where every entry was met in this parse, each is an option of this parser: all there is to
-    // check without actions.
+    // If every entry was met in this parse, each is an option of this parser, which is all there is
+    // to check without actions.
     if (m_registry.actionCount() == 0 && session.result.allMet() && !m_registry.hasRetired()) {
         return kSuccess;
     }

@@ -32,7 +32,7 @@ private:
 struct ActionVerdict {
     enum Kind {
         kFits,
-        /// An entry is no declaration of this parser.
+        /// An entry belongs to no declaration of this parser.
         kUndeclared,
         /// `action` and `other`, which was met before it, may not be given together.
         kActionsCollide,
@@ -48,14 +48,14 @@ struct ActionVerdict {
     OptionDescription const* other = nullptr;
 };
 
-/// The text for the user; "" when all fits, and for what is undeclared.
+/// The text for the user; "" when all fits, and for an undeclared entry.
 [[gnu::cold]] std::string textOf(ActionVerdict const& verdict);
 
 /// Whether an option belongs to the action, or to every action.
 bool accepts(OptionDescription const& action, OptionDescription const& option);
 
-/// Judges the entries of a result, which it sorts by name: the second phase of a parse, and
-/// whatever else must know what the second phase would say.
+/// Judges the entries of a result, which it sorts by name: for the second phase of a parse, and for
+/// those who must know what that would say.
 ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,
                            ActionGroups const& groups);
 

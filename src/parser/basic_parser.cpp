@@ -11,7 +11,7 @@ namespace varo_3_3 {
 
 BasicParser::BasicParser(int flags)
     : m_registry(&m_garbage), m_garbage(m_firstTexts, sizeof(m_firstTexts)), m_flags(flags) {
-    // The texts for what has no text of its own must fit in when no memory is left.
+    // Room for the fixed texts, which are needed when no memory is left.
     m_lastError.reserve(std::string_view(kUnidentifiedProblemText).size());
     if ((flags & kKeepCommas) != 0) {
         m_registry.setDefaultTokenizer('\0');
@@ -19,7 +19,7 @@ BasicParser::BasicParser(int flags)
 }
 
 /// Calls `visit` for every handler, in the order of their addresses, until it returns false.
-/// Handlers may come and go meanwhile: only those are visited that are registered when their turn
+/// Handlers may come and go meanwhile: each is visited only if it is registered when its turn
 /// comes.
 template <class Visit>
 void BasicParser::visitHandlers(Visit visit) {
@@ -103,7 +103,7 @@ bool BasicParser::isOptionDeclared(char const* name, bool action, char const* se
 }
 
 char const* BasicParser::getErrorDesc() {
-    // These come when memory is short, and must not need any.
+    // These are needed when memory is short, and must not take any.
     for (char const* const fixed : {"", kUnidentifiedProblemText, kHelpFailedText}) {
         if (m_lastError == fixed) {
             return fixed;
@@ -175,8 +175,8 @@ void BasicParser::setLastError(std::string const& text) {
     m_lastError = text;
 }
 
-// The class is final and private to this library, so its type information has one address: no
-// dynamic_cast, which the loader would have to find in the standard library.
+// The class is final and private to this library, so its type information has one address. A
+// dynamic_cast would be one more symbol for the loader to find in the standard library.
 BasicParser* basicParserOf(IParser* parser) noexcept {
     if (parser == nullptr) {
         return nullptr;

@@ -21,7 +21,7 @@ inline constexpr std::string_view kEndMarker = "--";
 /// As the first of a list of arguments, switches the trace on.
 inline constexpr std::string_view kLogSwitch = "varooption=varologenable=1";
 
-// Texts of failures that come without one.
+// Texts for failures that have none of their own.
 inline constexpr char const* kUnidentifiedProblemText = "Unidentified problem detected.";
 inline constexpr char const* kHelpFailedText = "Unknown error handled.";
 
@@ -64,13 +64,13 @@ public:
 
     void setLastError(std::string const& text);
 
-    /// What is wrong with an argument that no recognizer takes, where that is an error.
+    /// The error about an argument that no recognizer takes.
     static std::string unknownText(std::string_view argument);
 
     /// Whether one of the allowed groups has all of `actions`. Without a group nothing is allowed.
     bool assertActionsCanBeUsedSimultaneously(std::set<std::string> const& actions) const;
 
-    // What the functions beside the interface see.
+    // For the functions outside the interface.
     using HeldViews = std::unique_ptr<DeclarationViews, void (*)(DeclarationViews*) noexcept>;
     RegisteredOptionStorage& registry() { return m_registry; }
     RegisteredOptionStorage const& registry() const { return m_registry; }

@@ -27,7 +27,7 @@ void keepGiven(Failure& failure, ParseResult const& result) {
     }
 }
 
-/// Fills in what the two phases' rules for actions refused.
+/// Fills in what does not fit the rules for actions.
 void keepMisplaced(Failure& failure, ParseSession& session, OptionDescription const* one,
                    OptionDescription const* other) {
     int last = kNoPosition;
@@ -51,8 +51,8 @@ void keepMisplaced(Failure& failure, ParseSession& session, OptionDescription co
     keepWords(failure, args);
 }
 
-/// Keeps a failure of any stage; what does not belong to the stage is null. Explaining is no reason
-/// to fail otherwise.
+/// Keeps a failure of any stage; what does not belong to the stage is null. Running out of memory
+/// here must not change the outcome.
 void keep(ParseSession& session, Failure::Stage stage, ArgumentList* args,
           OptionDescription const* one, OptionDescription const* other) noexcept {
     try {

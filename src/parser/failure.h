@@ -15,20 +15,20 @@ namespace varo_3_3 {
 class OptionFiles;
 struct ParseSession;
 
-/// Where an argument stands: its number or line, and what leads to that.
+/// Where an argument is: its number or line, and what leads there.
 struct Origin {
     bool isInFile = false;
     std::string list;        ///< the name of the file; else "argument ", or "text:"
     std::size_t number = 0;  ///< 0 when it is not known
     std::string outer;       ///< ", from weekly.options:5, from argument 2"
 
-    /// Appends "common.options:3, from weekly.options:5, from argument 2", of a file without a
-    /// known line the name alone; nothing when nothing is known.
+    /// Appends "common.options:3, from weekly.options:5, from argument 2"; for a file without a
+    /// known line, the name alone; nothing when nothing is known.
     void appendTo(std::string& text) const;
 };
 
-/// What is kept of a parse that failed, for those who explain it afterwards. Costs a parse nothing
-/// until it fails.
+/// What is kept of a parse that failed, to explain it afterwards. Costs a parse nothing until it
+/// fails.
 struct Failure {
     /// What failed.
     enum Stage {
@@ -42,9 +42,8 @@ struct Failure {
     Stage stage = kArgument;
     Origin origin;
 
-    /// The failed argument and those after it; of kActions all of the list that `misplaced` is in,
-    /// or without that of the parse's own.
-    /// Long ones are cut, and of many the last are left out.
+    /// The failed argument and those after it; for kActions, the whole list that `misplaced` is in
+    /// or, without that, the parse's own. Long ones are cut, and the last of many are left out.
     CopiedArguments words;
     std::vector<std::uint32_t> numbers;  ///< theirs, of arguments or lines
 
@@ -55,13 +54,14 @@ struct Failure {
     std::string misplaced;
 };
 
-/// Keeps that the front of `args` failed. Does nothing when memory is short, like those below.
+/// Records that the first of `args` failed. Does nothing when memory is short, like those below.
 void keepFailedArgument(ParseSession& session, ArgumentList& args, Failure::Stage stage) noexcept;
 
-/// Keeps that the option file loaded last failed.
+/// Records that the option file loaded last failed.
 void keepFailedFile(ParseSession& session) noexcept;
 
-/// Keeps that `one` or, when both are given, the later of the two does not fit. Either may be null.
+/// Records that `one` or, when both are given, the later of the two does not fit. Either may be
+/// null.
 void keepFailedActions(ParseSession& session, OptionDescription const* one,
                        OptionDescription const* other) noexcept;
 

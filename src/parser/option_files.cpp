@@ -36,7 +36,7 @@ bool OptionLines::next(std::string_view& argument) {
     return false;
 }
 
-/// Counts from the line of the last answer, so that all answers together read the text once.
+/// Counts from the line returned last, so that all calls together read the text once.
 std::size_t OptionLines::numberOf(std::string_view argument, std::size_t /*taken*/) {
     char const* const begin = argument.data();
     auto const [first, last] = std::minmax(m_counted, begin);
@@ -112,7 +112,7 @@ bool OptionFiles::load(File& wanted, std::string& text) const {
     return file && file.load_file(text, m_bytesLeft) && text.find('\0') == std::string::npos;
 }
 
-/// Whether a file is the same as one of those that it is named in, directly or through others.
+/// Whether a file names itself, directly or through others.
 bool OptionFiles::isInsideItself(std::size_t number) const {
     std::size_t outer = m_files[number].namedIn;
     while (outer != kCommandLine && !(m_files[outer].identity == m_files[number].identity)) {

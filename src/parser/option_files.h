@@ -44,14 +44,13 @@ private:
     std::size_t m_line = 1;
 };
 
-/// The option files of one parse. As the collector before the result, it notes the files that are
-/// named during the parse (whether or not they will be read), and hands out their texts in that
-/// order.
+/// The option files of one parse. As the collector before the result, it notes the files named
+/// during the parse (even if they are never read), and hands out their texts in that order.
 class OptionFiles final : public IResultCollector {
 public:
     explicit OptionFiles(ParseResult& result) : m_result(result) {}
 
-    /// Stands for the arguments of the parse itself where a file is asked for.
+    /// In the place of a file's number: the arguments of the parse itself.
     static constexpr std::size_t kCommandLine = ~std::size_t{0};
 
     /// Whether this is the option for option files, by any of its names.
@@ -59,8 +58,8 @@ public:
         return isNamed(option, kOptionFileName);
     }
 
-    /// What is stored from now on, at `position` and later, is named in `args`, which are the
-    /// parse's own or the last loaded file's.
+    /// From now on, what is stored (at `position` and later) is named in `args`, the parse's own or
+    /// the last loaded file's.
     void readFrom(ArgumentList const& args, ArgumentSource const& source, int position);
 
     void store(OptionDescription const& option, OptionData const& data) override;
@@ -76,7 +75,7 @@ public:
     /// itself directly or through others, or exceeds the limits of one parse.
     bool loadNext(std::string_view& content, std::string& error);
 
-    /// The file that was loaded, or could not be loaded, last; before that kCommandLine.
+    /// The last file that was loaded or could not be; before that kCommandLine.
     std::size_t current() const { return m_current; }
 
     /// The text of a file that was loaded. Lives as long as this object.
@@ -85,7 +84,7 @@ public:
     /// The place of an argument of this file, with this number or line.
     Origin placeOf(std::size_t file, std::size_t number) const;
 
-    /// The same with what leads to that file.
+    /// The same, with what leads to that file.
     Origin originOf(std::size_t file, std::size_t number) const;
 
     /// Where a file is named.
@@ -93,11 +92,11 @@ public:
         return originOf(m_files[file].namedIn, m_files[file].number);
     }
 
-    /// The file whose arguments took this position.
+    /// The file whose arguments this position belongs to.
     std::size_t fileAt(int position) const;
 
 private:
-    // Far more than people write: they end a parse whose files name ever more files.
+    // Far more than people write; it ends a parse whose files name ever more files.
     static constexpr std::size_t kMostFiles = 1000;
     static constexpr std::size_t kMostBytes = std::size_t{256} << 20;
 
@@ -122,7 +121,7 @@ private:
     std::size_t m_current = kCommandLine;
     std::size_t m_bytesLeft = kMostBytes;
     bool m_isGiven = false;
-    bool m_isAtEnd = false;  // a value that is no text ends the walk
+    bool m_isAtEnd = false;  // a value that is not a text ends the walk
 };
 
 }  // namespace varo_3_3

@@ -14,9 +14,9 @@ using internal::varoLog;
 
 namespace {
 
-/// The result that one parse call fills: the host's, or, when there is none, one that is thrown
-/// away. While it lives, replaced records stay alive, since the call may still hold them, and
-/// before and after that the result forgets records that may not be.
+/// The result that one parse call fills: the host's or, without one, a temporary one. While this
+/// lives, replaced records stay alive, since the call may still hold them; before and after, the
+/// result forgets its records, which may be gone.
 class Target {
 public:
     Target(IParseResult* result, RegisteredOptionStorage& registry)
@@ -125,8 +125,8 @@ int BasicParser::runPhases(ArgumentSource& source, ParseSession& session) {
     return code;
 }
 
-/// What takes the next occurrence. Option files can be enabled by a handler, which may be told of
-/// the very file that is to be read then.
+/// What takes the next occurrence. A handler can enable option files even while it is told of the
+/// file that is to be read.
 IResultCollector* BasicParser::collectorOf(ParseSession& session) const {
     if (m_optionFileEnabled || session.handler != nullptr) {
         return &session.files;
@@ -155,7 +155,7 @@ int BasicParser::parse_phase_one(ArgumentList& args, ParseSession& session) {
     }
     Recognizers recognizers(session.handler, &m_garbage, m_flags, session.whiteSpace);
     std::string message;
-    std::string reason;  // why a recognizer does not take an argument, which nothing reads
+    std::string reason;  // why a recognizer does not take an argument; nothing reads it
     while (!args.empty() && args[0] != kEndMarker) {
         IArgumentParser* const recognizer = recognizers.choose(args, m_registry, reason);
         if (recognizer == nullptr) {

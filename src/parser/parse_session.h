@@ -10,7 +10,7 @@
 
 namespace varo_3_3 {
 
-/// What one parse call carries through its phases, so that a nested parse shares none of it.
+/// What one parse call carries through its phases; a nested parse has its own.
 struct ParseSession {
     ParseSession(ParseResult& target, internal::WhiteSpace& space, EventHandler* events,
                  int position)
@@ -29,13 +29,13 @@ struct ParseSession {
 
     ParseResult& result;
     internal::WhiteSpace& whiteSpace;
-    /// Whom the recognizers tell about arguments; null if nobody listens. Only a handler adds
-    /// others during a parse, so a parse that begins without handlers never gets any.
+    /// The handler that the recognizers call; null if there is none. Only a handler can add others
+    /// during a parse, so a parse that begins without handlers never gets any.
     EventHandler* handler;
-    OptionFiles files;                 ///< the collector before the result, where there may be any
+    OptionFiles files;                 ///< the collector before the result, if files may be read
     std::string error;                 ///< of the argument that ended the parse
     std::string warnings;              ///< one per line
-    ArgumentSource* source = nullptr;  ///< its arguments, once they were read
+    ArgumentSource* source = nullptr;  ///< its arguments, once they are read
     int firstPosition;                 ///< of what this parse stores
     std::unique_ptr<Failure> failure;
 };

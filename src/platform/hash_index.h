@@ -8,7 +8,7 @@
 
 namespace varo_3_3::internal {
 
-/// Hashes a text, eight bytes at a time. Not for keys that an attacker may choose.
+/// Hashes a text, eight bytes at a time. Not for keys that an attacker can choose.
 class TextHash {
 public:
     static std::uint32_t of(std::string_view text) {
@@ -125,7 +125,7 @@ private:
     // A power of two of them, of which at most half are used. The first 16 items need no memory:
     // that saves an ordinary parse two allocations.
     Slot m_small[kSmall];
-    std::vector<Slot> m_large;  // in the place of those, or none
+    std::vector<Slot> m_large;  // used instead of m_small unless empty
     Slot* m_slots = m_small;    // of the two those in use
     std::size_t m_mask = kSmall - 1;
     std::size_t m_used = 0;

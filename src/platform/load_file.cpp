@@ -19,8 +19,8 @@ auto retryWhenInterrupted(Call call) {
     return result;
 }
 
-/// With the time of the last change, since the number of a removed file goes to the next one that
-/// is made. Reading a FIFO changes it, so that it tells nothing there.
+/// With the time of the last change, since a new file may get the number of a removed one. Reading
+/// a FIFO changes the time, so it is left out there.
 file_t::identity_t identityOf(struct stat const& status) {
     bool const isRegular = S_ISREG(status.st_mode);
     return {status.st_dev, status.st_ino, isRegular ? status.st_ctim.tv_sec : 0,
@@ -57,10 +57,11 @@ file_t::~file_t() {
 }
 
 bool file_t::load_file(std::string& text, std::size_t limit) const {
-    constexpr std::size_t kSmallestPiece = 4096;  // what /proc gives at once, without a size
+    constexpr std::size_t kSmallestPiece = 4096;  // what /proc returns at once, without a size
     std::size_t const start = text.size();
     std::size_t end = start;
-    // A byte more than the file reports shows its end without growing the text once more.
+    // One byte more than the file's reported size, so that its end shows without growing the text
+    // again.
     text.resize(start + std::max(kSmallestPiece, std::min(m_reportedSize, limit) + 1));
     for (;;) {
         if (end == text.size()) {

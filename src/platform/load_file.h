@@ -30,11 +30,11 @@ public:
     identity_t identity() const { return m_identity; }
 
     /// The identity of the file `name`, found without opening it, since opening a FIFO waits for
-    /// its writer. That of no file when there is none.
+    /// its writer. When there is none, an identity that no file has.
     static identity_t identify(char const* name);
 
-    /// Appends the rest of the file to `text`, whether or not the file reports a size. False when
-    /// reading fails or the file holds more than `limit` bytes. Throws std::bad_alloc.
+    /// Appends the rest of the file to `text`, even if the file reports no size. False when reading
+    /// fails or the file holds more than `limit` bytes. Throws std::bad_alloc.
     bool load_file(std::string& text, std::size_t limit) const;
 
 private:

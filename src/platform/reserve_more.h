@@ -5,9 +5,9 @@
 
 namespace varo_3_3::internal {
 
-// The marks noinline and cold, here and elsewhere, keep what is rare out of the functions that
-// every argument runs through: 3 % of an argument. On what has become common they would cost
-// instead.
+// The attributes noinline and cold, here and elsewhere, keep rare code out of the functions that
+// every argument runs through, which saves 3 % of an argument. On code that becomes common they
+// would cost time instead.
 template <class Vector>
 [[gnu::noinline]] void growFor(Vector& vector, std::size_t count, std::size_t smallest) {
     vector.reserve(std::max({vector.size() + count, 2 * vector.size(), smallest}));

@@ -13,7 +13,7 @@ struct utf8_t {
     constexpr std::string_view view() const { return {m_bytes, m_length}; }
 };
 
-/// Encodes a code point; a number that is none (a surrogate, or above U+10FFFF) becomes "?".
+/// Encodes a code point; an invalid one (a surrogate, or above U+10FFFF) becomes "?".
 constexpr utf8_t utf32_to_utf8(char32_t character) {
     auto const tail = [](char32_t bits) { return static_cast<char>(0x80 | (bits & 0x3F)); };
     if (character < 0x80) {

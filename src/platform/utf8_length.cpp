@@ -13,7 +13,7 @@ std::size_t utf8Length(std::string_view text) noexcept {
     if (lead < 0xC2 || lead > 0xF4) {
         return 0;
     }
-    // What may come second keeps out long forms, surrogates and what is too large.
+    // The range of the second byte keeps out overlong forms, surrogates and what is too large.
     unsigned const least = lead == 0xE0 ? 0xA0 : lead == 0xF0 ? 0x90 : 0x80;
     unsigned const most = lead == 0xED ? 0x9F : lead == 0xF4 ? 0x8F : 0xBF;
     if (byteAt(1) < least || byteAt(1) > most) {

@@ -5,9 +5,9 @@
 
 namespace varo_3_3::internal {
 
-/// The length, 1 to 4 bytes, of the UTF-8 character that `text` begins with; 0 if it begins with
-/// none: with a stray or cut byte, a form longer than needed, a surrogate, or what lies above
-/// U+10FFFF. Requires: `text` is not empty.
+/// The length, 1 to 4 bytes, of the UTF-8 character that `text` begins with; 0 if that is invalid:
+/// a stray byte, one cut off, an overlong form, a surrogate, or above U+10FFFF. Requires: `text` is
+/// not empty.
 std::size_t utf8Length(std::string_view text) noexcept;
 
 }  // namespace varo_3_3::internal

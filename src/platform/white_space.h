@@ -6,16 +6,16 @@
 
 namespace varo_3_3::internal {
 
-/// What counts as white space in the C++ global locale. Its table is fetched at the first character
-/// that could be white space in some locale: a process that has not used locales yet would
-/// otherwise spend more time on setting them up than on parsing.
+/// What is white space in the C++ global locale. Its table is fetched at the first character that
+/// could be white space in some locale: a process that has not used locales yet would otherwise
+/// spend more time on setting them up than on parsing.
 class WhiteSpace {
 public:
     bool contains(char character) {
         return !kIsPlain[static_cast<unsigned char>(character)] && isSpace(character);
     }
 
-    /// Keeps the current locale, for a caller during whose work it may change.
+    /// Keeps the current locale, for a caller whose work may change it.
     void capture() {
         if (m_facet == nullptr) {
             m_facet = &std::use_facet<std::ctype<char>>(m_locale.emplace());

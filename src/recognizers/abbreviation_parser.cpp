@@ -76,7 +76,7 @@ AbbreviationParser::Split const& AbbreviationParser::split(std::string_view argu
     return m_split;
 }
 
-/// Completes the value that stood in the option's own argument, and stores the occurrence.
+/// Completes the value that was in the option's own argument, and stores the occurrence.
 result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* collector,
                                         OptionDescription const& option, std::string_view value,
                                         std::string& message) {

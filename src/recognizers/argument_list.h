@@ -12,14 +12,14 @@ public:
     /// Sets `argument` to the next argument. False, with `argument` untouched, at the end.
     virtual bool next(std::string_view& argument) = 0;
 
-    /// The number of an argument that was taken, from 1 on: of a text, its line. `taken` counts the
-    /// arguments taken since, itself included. Nobody counts before this is asked.
+    /// The number of an argument that was taken, from 1; in a text, its line. `taken` is how many
+    /// arguments were taken since, itself included. Nothing is counted until this is called.
     virtual std::size_t numberOf(std::string_view argument, std::size_t taken) = 0;
 
     /// Begins again with the first argument.
     virtual void rewind() = 0;
 
-    /// What stands before a number: "argument ", or "text:".
+    /// What precedes a number: "argument ", or "text:".
     std::string_view label() const { return m_label; }
 
 protected:
@@ -49,7 +49,7 @@ public:
     /// Requires: `at` is 0 and the list is not empty, or `at` is 1 and it has a second argument.
     std::string_view operator[](std::size_t at) const { return m_window[at]; }
 
-    /// Where the argument that is now [at] stands in its source, which it has.
+    /// The number of the argument that is now [at] in its source. Requires: it has one.
     std::size_t numberOf(std::size_t at) const {
         return m_source->numberOf(m_window[at], m_size - at);
     }
@@ -96,7 +96,7 @@ private:
     char const* const* m_end;
 };
 
-/// The same from a copy, for a parse whose handlers may overwrite or free the program's own.
+/// The same from a copy, for a parse whose handlers may overwrite or free the program's arguments.
 class CopiedArguments final : public ArgumentSource {
 public:
     /// Requires: none of the `count` pointers is null. Throws std::bad_alloc.

@@ -13,9 +13,9 @@
 
 namespace varo_3_3 {
 
-/// A recognizer: looks at the first argument, decides whether it can take it, and takes it: finds
-/// the option and its value, which it passes to the value intake. Created by the driver for one
-/// list of arguments and destroyed after it.
+/// A recognizer: decides whether it can take the first argument and, if so, takes it: finds the
+/// option and its value, which it passes to the value intake. Created by the driver for one list of
+/// arguments and destroyed after it.
 class IArgumentParser {
 public:
     /// The event handler is told about options and values; null if there is none. `flags` are the
@@ -30,17 +30,17 @@ public:
     IArgumentParser(IArgumentParser const&) = delete;
     IArgumentParser& operator=(IArgumentParser const&) = delete;
 
-    /// Whether args[0] is this recognizer's: kTaken or kNotTaken. Only decides, and may remember
-    /// what it found for the parse() that follows. May set `message` to the reason why it does not
-    /// take the argument.
+    /// Whether this recognizer takes args[0]: kTaken or kNotTaken. Only decides, and may remember
+    /// what it found for the parse() that follows. May set `message` to the reason for not taking
+    /// it.
     virtual result_t recognize(ArgumentList& args, RegisteredOptionStorage& options,
                                std::string& message) = 0;
 
     /// Removes args[0], and what belongs to it, from `args` and stores it. Sets `optionIndex` to
     /// the number of the option, which the driver does not read. On success `message` is empty or
     /// holds warnings, one a line; otherwise it is the text for the user, args[0] is still there,
-    /// and nothing of it is stored (of arguments that were taken before it in the same call, as
-    /// kTakeTheRest has it, everything is).
+    /// and nothing of it is stored (with kTakeTheRest, arguments that the same call took before it
+    /// are).
     virtual result_t parse(ArgumentList& args, IResultCollector* collector,
                            RegisteredOptionStorage& options, unsigned long& optionIndex,
                            std::string& message) = 0;
@@ -59,7 +59,7 @@ public:
     static SharedState process() { return {m_idx, internal::varoLogEnabled}; }
 
 protected:
-    /// Has the value intake take `value`, which may be empty, as an occurrence of `option`.
+    /// Passes `value`, which may be empty, to the value intake as an occurrence of `option`.
     result_t parseValueAndAddOption(std::string_view value, std::string& message,
                                     OptionDescription const& option, ArgumentList& args,
                                     IResultCollector* collector) {

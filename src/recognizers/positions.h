@@ -21,7 +21,7 @@ namespace varo_3_3::internal {
     return position;
 }
 
-/// The next number of a sequence, which stays the next.
+/// The next number of a sequence, without taking it.
 inline int nextPosition(int const& next) {
     return __atomic_load_n(&next, __ATOMIC_RELAXED);
 }

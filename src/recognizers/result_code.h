@@ -4,7 +4,7 @@
 
 namespace varo_3_3 {
 
-/// What a recognizer answers. Its failures are what the parse returns to the host.
+/// What a recognizer returns. A parse returns its failures to the host.
 enum result_t : int {
     /// recognize: this recognizer takes the argument; parse: it has taken it.
     kTaken = 0,

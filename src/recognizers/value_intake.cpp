@@ -33,7 +33,7 @@ result_t ValueIntake::take(std::string_view value, std::string& message,
     return result == kTaken ? store({position, {&only, 1}}, option, collector) : result;
 }
 
-/// The lines before the first piece is taken. `only` is the value if that is the only piece.
+/// Writes the lines before the first piece is taken. `only` is the value if that is the only piece.
 void ValueIntake::traceStart(char separator, std::string_view only) const {
     trace(": adding values to result container:");
     if (separator == 0) {
@@ -73,8 +73,8 @@ result_t ValueIntake::takePieces(Occurrence const& occurrence, int position,
     return store({position, m_values}, option, collector);
 }
 
-/// Converts, checks and announces one piece of the value. What is returned after a failure, which
-/// `result` tells, is unspecified. Always inline: a call would cost a plain string 3 % of its way.
+/// Converts, checks and announces one piece of the value. After a failure, which `result` tells,
+/// what is returned is unspecified. Always inline: a call would add 3 % to a plain string.
 [[gnu::always_inline]] inline Value ValueIntake::takePiece(std::string_view piece,
                                                            Occurrence const& occurrence,
                                                            result_t& result) {
@@ -90,14 +90,14 @@ result_t ValueIntake::takePieces(Occurrence const& occurrence, int position,
     return taken;
 }
 
-/// A string that is stored as it was typed, which serves as its own text.
+/// A string that is stored as it was typed, and serves as its own text.
 [[gnu::always_inline]] inline Value ValueIntake::textValue(std::string_view piece) {
     mosaic2::variant_t string = mosaic2::variant_t::copy_of(piece.data(), piece.size());
     char const* const text = string.m_value.m_text;
     return Value(text, std::move(string), takePosition(m_shared.nextPosition));
 }
 
-/// What the piece is converted to. Its text is kept in a buffer with room for all pieces.
+/// The converted piece. Its text is kept in a buffer with room for all pieces.
 Value ValueIntake::convert(std::string_view piece, Occurrence const& occurrence, result_t& result) {
     auto const& [value, option, args, message] = occurrence;
     mosaic2::variant_t converted;

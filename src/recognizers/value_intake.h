@@ -13,7 +13,7 @@
 
 namespace varo_3_3 {
 
-/// What recognizers share with all others in the process; or, in a rehearsal of a parse, with none.
+/// What recognizers share with all others in the process or, in a rehearsal of a parse, with none.
 struct SharedState {
     int& nextPosition;
     bool const& traceSwitch;
@@ -28,9 +28,9 @@ public:
 
     /// Splits `value` at the option's tokenizer character, converts, checks and announces each
     /// piece, and stores the occurrence with all of them, or by itself when `value` is empty.
-    /// args[0] is the argument that messages quote. kTaken with warnings, one a line, appended to
-    /// `message`; or kValueRefused or kArgumentError with the text for the user there and nothing
-    /// stored.
+    /// args[0] is the argument that messages quote. Returns kTaken with warnings, one per line,
+    /// appended to `message`; or kValueRefused or kArgumentError with the text for the user in it
+    /// and nothing stored.
     result_t take(std::string_view value, std::string& message, OptionDescription const& option,
                   ArgumentList const& args, IResultCollector* collector);
 

@@ -8,8 +8,8 @@
 
 namespace varo_3_3 {
 
-/// A value of an occurrence, or an occurrence that has none; what a Value holds, taken apart, so
-/// that it can be moved as bytes.
+/// A value of an occurrence, or an occurrence without one: the parts of a Value, which can be moved
+/// as bytes.
 struct Item {
     char const* text;
     mosaic2::variant_t::value_t data;
@@ -22,7 +22,7 @@ struct Item {
 static_assert(sizeof(Item) == 32);
 
 /// A list of items that owns their references to shared blocks, and does nothing else. The first
-/// item has its place in the list itself: most options are given once, and need no memory.
+/// item is kept in the list itself: most options are given once, and so need no memory.
 class ItemList {
 public:
     ItemList() = default;
@@ -57,7 +57,7 @@ public:
         }
     }
 
-    // These require such room.
+    // These require that room.
 
     /// Takes over what `value` holds, and leaves vtNull in it.
     void append(Value& value, int occurrence) noexcept {

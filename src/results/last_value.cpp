@@ -8,13 +8,13 @@ Value getLastValue(IParseResult* result, char const* name, int from, int to) {
     if (result == nullptr || name == nullptr) {
         return {};
     }
-    // No occurrence lies in an empty range, so what is present there is a default alone.
+    // No occurrence lies in an empty range, so only a default can be present there.
     Value last;
     if (result->present(name, kFirstPosition, kFirstPosition)) {
         last = result->get(name, from, to);
     }
     // A value may lie in the range although its occurrence, which is what present() looks at, lies
-    // before it. A parse within a parse stores out of order, so none may be the end of the walk.
+    // before it. A nested parse stores out of order, so no value may end the walk.
     result->present(name, from, kNoPosition);
     int lastPosition = kFirstPosition;
     for (int position = result->nextPosition(); position != kNoPosition;

@@ -160,7 +160,7 @@ std::uint32_t ParseResult::findAlias(std::string_view name, std::uint32_t hash) 
         hash, [&](std::uint32_t candidate) { return m_aliases[candidate].name == name; });
 }
 
-/// Adds the aliases that are new since the last search by alias to their index, which has room.
+/// Adds the aliases made since the last search by alias to their index, which has room.
 void ParseResult::indexAliases() const {
     for (; m_indexed < m_aliases.size(); ++m_indexed) {
         std::string_view const name = m_aliases[m_indexed].name;
@@ -238,7 +238,7 @@ std::uint32_t ParseResult::findEntryOf(OptionDescription const& option) const {
     return HashIndex::kNone;
 }
 
-/// Lets the names of `option` that do not lead to an entry yet, except its `key`, lead to `entry`,
+/// Makes the names of `option` that do not lead to an entry yet, except its `key`, lead to `entry`,
 /// which may be about to be added. When this throws, no alias leads to an entry that is not there.
 void ParseResult::addAliases(OptionDescription const& option, std::string_view key,
                              std::uint32_t entry) {
@@ -247,7 +247,7 @@ void ParseResult::addAliases(OptionDescription const& option, std::string_view k
     m_aliasIndex.reserveMore(oldSize - m_indexed + option.m_names.size());
     try {
         for (std::string_view const name : option.m_names) {
-            // Of a new entry the aliases are looked at when somebody asks for one.
+            // The aliases of a new entry are checked only when one is looked up.
             if (name != key &&
                 (isNew || findAlias(name, internal::TextHash::of(name)) == HashIndex::kNone)) {
                 internal::reserveMore(m_aliases, 1, 16);
@@ -301,16 +301,16 @@ std::size_t ParseResult::findItem(Entry const& entry, int from, int to) {
     return isFound ? static_cast<std::size_t>(found - items.begin()) : items.size();
 }
 
-/// Moves the iteration over what lies before its range, and, where values are stored, over
-/// occurrences without one. Whether something of the range is left; its last position belongs to
-/// it, unlike in findItem.
+/// Moves the iteration past what lies before its range and, where values are stored, past
+/// occurrences without one. Returns whether any of the range is left; unlike in findItem, its end
+/// is included.
 bool ParseResult::skipToNext(Entry const& entry) {
     auto const isBefore = [this](Item const& item) { return item.position < m_from; };
     Item const* const begin = entry.items.begin();
     Item const* const end = begin + entry.items.size();
     Item const* at = begin + m_nextItem;
     if (at != end && at->isValue && !isBefore(*at)) {
-        return at->position <= m_to;  // mostly it is there already
+        return at->position <= m_to;  // usually it is there already
     }
     if (at != end && isBefore(*at) && entry.isAscending) {
         at = std::partition_point(at, end, isBefore);

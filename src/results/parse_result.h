@@ -29,7 +29,7 @@ public:
         Value defaultValue;
         bool hasDefault = false;
         bool hasValues = false;
-        bool isAscending = true;  // the positions; a parse within a parse stores out of order
+        bool isAscending = true;  // the positions; a nested parse stores out of order
         int lastPosition = 0;     // of all that is stored here
 
         // The record that was last found to lead here, with how many names, and in which parse.
@@ -92,7 +92,7 @@ public:
     /// The key of the entry that `name` leads to, if its option was given; else "".
     std::string_view givenKey(std::string_view name) const;
 
-    /// All entries, in no particular order: a default counts as given.
+    /// All entries, in no particular order, including those with only a default.
     std::vector<GivenOption> givenOptions() const;
 
     // All that is stored, in the order in which the entries were made and the arguments came.
@@ -106,7 +106,7 @@ private:
         std::uint32_t entry;
     };
 
-    /// A number that no other call has given, in any result.
+    /// A number that no other call has returned, for any result.
     static std::uint64_t newStamp();
 
     void setDefault(OptionDescription const& option, int position);
@@ -148,9 +148,9 @@ private:
     int m_from = 0;
     int m_to = 0;
 
-    char m_firstTexts[256];  // those of an ordinary parse need no other memory
+    char m_firstTexts[256];  // enough for an ordinary parse
     Garbage m_texts{m_firstTexts, sizeof(m_firstTexts)};
-    std::vector<Value> m_earlierDefaults;  // which the host may still hold the text of
+    std::vector<Value> m_earlierDefaults;  // whose texts the host may still hold
 };
 
 }  // namespace varo_3_3

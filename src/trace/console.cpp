@@ -8,7 +8,7 @@
 #include "varo/trace.h"
 
 // <iostream> is not included, since it would set up the standard streams whenever the library is
-// loaded; console() sees to them when there is something to write.
+// loaded; console() does so when there is something to write.
 namespace std {
 extern ostream cout;
 }

@@ -10,10 +10,10 @@ namespace {
 
 /// Holds the stream that discards what is written to it, once one is needed.
 ///
-/// It has no buffer, so every write fails. One over a buffer class of our own would do the same and
-/// cost every start of a program 19,000 instructions, for the loader's search for the 17 symbols
-/// that such a class names. It is never destroyed: nothing of ours runs at exit, where other
-/// objects may still trace.
+/// It has no buffer, so every write fails. A buffer class of our own would do the same but cost
+/// every program start 19,000 instructions, for the loader's search for the 17 symbols that such a
+/// class names. It is never destroyed: nothing of ours runs at exit, where other objects may still
+/// trace.
 class VaroLog {
 public:
     std::ostream& discarding() {

@@ -21,8 +21,8 @@ inline void switchTrace(bool isOn) {
     __atomic_store_n(&varoLogEnabled, isOn, __ATOMIC_RELAXED);
 }
 
-// What a line is put together from is converted in a function of its own, off the way of a parse
-// that is not traced.
+// The parts of a line are converted in a function of its own, off the path of a parse that is not
+// traced.
 template <class... Parts>
 [[gnu::cold, gnu::noinline]] void writeTrace(Parts... parts) {
     writeLine(varoLog(), {parts...});
@@ -31,8 +31,8 @@ template <class... Parts>
 template <class>
 using TextPart = std::string_view;
 
-/// Writes one line of the trace, put together from texts, while the switch is on. Otherwise this
-/// costs one branch, and nothing is put together.
+/// Writes one line of the trace, joined from texts, if the switch is on. Otherwise this costs one
+/// branch, and nothing is joined.
 template <class... Parts>
 [[gnu::always_inline]] inline void traceWhile(bool const& traceSwitch, Parts const&... parts) {
     if (isTraced(traceSwitch)) [[unlikely]] {

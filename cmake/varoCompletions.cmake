@@ -2,9 +2,9 @@
 
 # Installs what makes bash, zsh and fish ask the executable TARGET what may be typed:
 # varo_install_completions(TARGET). The three files are what "TARGET varooption=script SHELL TARGET"
-# writes; the program is not run for them. They go where the shells look below the install prefix.
-# Debian's zsh looks elsewhere below /usr: set VARO_ZSH_COMPLETIONS_DIR to
-# share/zsh/vendor-completions for its packages.
+# writes; the program is not run for them. They go where the shells look under the install prefix.
+# Debian's zsh looks elsewhere under /usr: set VARO_ZSH_COMPLETIONS_DIR to share/zsh/vendor-completions
+# for its packages.
 function(varo_install_completions target)
     include(GNUInstallDirs)
     get_target_property(NAME ${target} OUTPUT_NAME)

@@ -12,13 +12,13 @@ add_custom_target(reference ALL
     WORKING_DIRECTORY ${PROJECT_SOURCE_DIR}
     VERBATIM)
 
-# The documents keep their places beside each other, for the links between them.
+# The documents keep their relative places, for the links between them.
 set(documents ${CMAKE_INSTALL_DATADIR}/doc/${developmentPackage})
 install(FILES README.md CHANGELOG.md DESTINATION ${documents} COMPONENT development)
 install(DIRECTORY docs ${CMAKE_CURRENT_BINARY_DIR}/reference
     DESTINATION ${documents} COMPONENT development)
 
-# What the distribution's policy asks for.
+# What the distribution's policy requires.
 set(maintainer "The varo developers <varo@varo.invalid>")
 string(TIMESTAMP today "%a, %d %b %Y %H:%M:%S +0000" UTC)
 set(control ${CMAKE_CURRENT_BINARY_DIR}/control)

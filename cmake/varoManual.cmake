@@ -1,8 +1,8 @@
 # Manual pages, for programs that answer varo::answerManual.
 
-# Installs the manual page that the executable TARGET writes of itself:
-# varo_install_manual(TARGET [SECTION NUMBER]), where the section, 1 unless said otherwise, is the one
-# that the program gives. The build runs the program, through CMAKE_CROSSCOMPILING_EMULATOR if need be.
+# Installs the manual page that the executable TARGET writes:
+# varo_install_manual(TARGET [SECTION NUMBER]), where the section, by default 1, must be the one that
+# the program gives. The build runs the program, through CMAKE_CROSSCOMPILING_EMULATOR if need be.
 function(varo_install_manual target)
     include(GNUInstallDirs)
     cmake_parse_arguments(PARSE_ARGV 1 manual "" "SECTION" "")

@@ -1,5 +1,5 @@
-# What programs use the library by: a CMake package for the build and the install tree, a pkg-config
-# file, and a pair of Debian packages.
+# How programs find the library: a CMake package for the build and the install tree, a pkg-config file,
+# and a pair of Debian packages.
 include(CMakePackageConfigHelpers)
 
 set(varoPackageDir ${CMAKE_INSTALL_LIBDIR}/cmake/varo)
@@ -18,7 +18,7 @@ if(NOT VARO_INSTALL)
     return()
 endif()
 
-# varo.pc finds the tree from its own place, unless the tree has no one place.
+# varo.pc finds the tree relative to itself, unless parts of the tree are elsewhere.
 set(pkgConfigDir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 if(IS_ABSOLUTE "${CMAKE_INSTALL_LIBDIR}")
     set(pcPrefix ${CMAKE_INSTALL_PREFIX})
@@ -38,8 +38,8 @@ set(pcDefinitions "")
 if(VARO_GLIBCXX_DEBUG)
     set(pcDefinitions " -D_GLIBCXX_DEBUG -DVARO_GLIBCXX_DEBUG")
 endif()
-# -isystem keeps a host's warnings out of our headers. Directories that the compiler knows anyway must
-# not be given to it so, since it would search them too early; only the installation knows its prefix.
+# -isystem keeps a host's warnings out of our headers. It must not name directories that the compiler
+# searches anyway, which would then come too early; only the installation knows its prefix.
 set(pcInclude "@pcInclude@")
 configure_file(cmake/varo.pc.in varo.pc.in @ONLY)
 install(CODE "
@@ -53,7 +53,8 @@ install(CODE "
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/varo.pc
     DESTINATION ${pkgConfigDir} COMPONENT development)
 
-# What -lvaro finds is a script for the linker, which puts the C++ library first wherever -lvaro stands.
+# What -lvaro finds is a script for the linker, which puts the C++ library first, wherever -lvaro is on
+# the command line.
 configure_file(cmake/libvaro.so.in development/libvaro.so @ONLY)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/development/libvaro.so
     DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT development)

@@ -36,7 +36,7 @@ TEST(Abbreviation, TakesValuesFromTheSameOrTheNextArgument) {
            {{"--output==", "-o=y"}, kSuccess, "", "output", "'=' 'y'"},
            {{"--output=", "x"}, kSuccess, "", "output", "'x'"},
            {{"--output", "\xE2\x80\x93x"}, kSuccess, "", "output", "'\xE2\x80\x93x'"},
-           // An empty text is an occurrence without a value, and is used up.
+           // An empty text is an occurrence without a value, and is consumed.
            {{"--output", ""}, kSuccess, "", "output", "null"},
            {{"--num=-5"}, kSuccess, "", "num", "s32 -5"},
            {{"--num", "-5"}, kParseError, seemsAnOption("num", "-5"), "num", "absent"},
@@ -96,7 +96,7 @@ TEST(Abbreviation, LeavesWhatNamesNoOption) {
     declare(parser);
     parser->option("-dashed", "", vtBool, "");
     std::vector<Case> cases{{{"---dashed"}, kParseError, "Unknown option '-dashed'"}};
-    // The last ones look like dashes or white space but are ordinary characters, or cut off.
+    // The last ones look like dashes or white space but are ordinary characters, or are cut off.
     for (std::string const argument :
          {"", "-", "output", "o-x", "--=x", "-=x", "-- x", "--Output=x", "--outputs=x",
           "\u2013\u2013", "\u2212o=x", "\u2010o=x", "\u00ADo=x", "\uFF0Do=x", "\xE2\x80",

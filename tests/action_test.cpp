@@ -40,10 +40,10 @@ TEST(Actions, OneAtATimeWithItsModifiers) {
            {{"--no-clean", "--format=x"}, kSuccess, ""},
            {{"--scan", "--format=x"}, kParseError, refused("scan", "format"), "format", "'x'"},
            {{"--clean", "--sort=x"}, kParseError, refused("clean", "sort")},
-           // The order of names counts, not that of the arguments.
+           // The order of names matters, not that of the arguments.
            {{"--scan", "--report"}, kParseError, onlyOne("scan", "report")},
            {{"--report", "--scan", "--clean"}, kParseError, onlyOne("report", "clean")}});
-    // Under two names it is still one action.
+    // Given by two names, it is still one action.
     varo::Parser const other;
     other->option("s", "", vtNull, "");
     varo::Result result = parser.createResult();
@@ -60,7 +60,7 @@ TEST(Actions, DefaultsCountAsGiven) {
                   {{"--", "x"}, varo::kParseError, "No action defined.", "level", "default s32 3"},
                   {{"--scan"}, varo::kSuccess, ""}});
 
-    // The default action gives way to none; a modifier's default belongs to no action.
+    // The default action yields to no other; a modifier's default belongs to no action.
     varo::Parser const parser(varo::kUnknownIsError);
     parser->action("list", "", vtString, "")->defaultValue("all");
     parser->action("scan", "", vtNull, "");

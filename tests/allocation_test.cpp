@@ -1,5 +1,5 @@
 // Every allocation of a scenario fails in turn, once or together with all that follow. A call that
-// reports success must have done its whole work; any other leaves parser and result fit for use.
+// reports success must have done its whole work; any other must leave parser and result usable.
 
 #include <algorithm>
 
@@ -36,7 +36,7 @@ public:
 
     void endFailures() { m_sources = 0; }
 
-    std::string m_notes;  ///< What came of the calls that were done.
+    std::string m_notes;  ///< What the successful calls did.
 
 private:
     unsigned m_sources;
@@ -101,8 +101,8 @@ public:
     RecordingHandler m_handler;
 };
 
-/// All that a result holds, a line for each option: values of one occurrence are joined by ",", and
-/// each occurrence and each plain argument ends with ";".
+/// All that a result holds, one line for each option: values of one occurrence are joined by ",",
+/// and each occurrence and each plain argument ends with ";".
 std::vector<std::string> linesOf(varo::Result& result) {
     std::vector<std::string> lines;
     for (char const* const name :
@@ -143,7 +143,7 @@ void expectBeginnings(std::vector<std::string> const& lines,
     }
 }
 
-/// Parses the arguments, or the text if there is one, as a host with and without a handler does.
+/// Parses the arguments, or the text if there is one, with and without a handler.
 void exhaustParse(varo::Flags flags, Arguments const& arguments, char const* text = nullptr) {
     std::vector<char const*> argv{"tool"};
     for (std::string const& argument : arguments) {
@@ -198,7 +198,7 @@ TEST(FailingMemory, CreationReportsIt) {
     });
 }
 
-/// A declaration or refinement; `last` is the declaration made last. Answers whether it took
+/// A declaration or refinement; `last` is the declaration made last. Returns whether it took
 /// effect.
 using Step = bool (*)(varo::IParser* parser, varo::IOption*& last);
 

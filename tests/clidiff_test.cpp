@@ -74,7 +74,7 @@ clidiff::Changes diff(varo::Parser const& older, varo::Parser const& newer) {
                             clidiff::readJson(varo::describeJson(newer.interface())));
 }
 
-/// Makes plans, changes of plans, and lines for them.
+/// Makes plans, changes to them, and lines for them.
 class Chance {
 public:
     explicit Chance(unsigned seed) : m_random(seed) {}
@@ -448,7 +448,7 @@ TEST(CommandLineDiff, SaysWhereAFileCannotBeUsed) {
     };
     struct Case {
         std::string text;
-        std::string where;  ///< the fault stands where this does; "" at the end
+        std::string where;  ///< the fault is where this is; "" at the end
         std::string reason;
     };
     std::string const oddBytes = R"({"kind": "action", "names": [{"name": {"bytes": "6"}}]})";

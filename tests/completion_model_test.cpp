@@ -13,7 +13,7 @@ namespace {
 
 constexpr char const* kSections[] = {"", "varo_hidden"};
 
-/// A declaration as it was made, which the model knows the parser by.
+/// A declaration as it was made; the model knows no more of the parser.
 struct Declared {
     std::vector<std::string> names;
     std::vector<std::string> values;  // that are allowed
@@ -128,7 +128,7 @@ private:
         Declared made;
         made.names = {m_random.pick(kNames)};
         if (m_random.oneIn(3) && m_declared.size() < std::size(kSynonyms)) {
-            // Never shared: an occurrence would be stored as the other declaration's.
+            // Never shared, or an occurrence would be stored for the other declaration.
             made.names.emplace_back(kSynonyms[m_declared.size()]);
         }
         constexpr das_variant_type_t kTypes[] = {vtNull, vtBool, vtString, vtString, vtS32};
@@ -237,7 +237,7 @@ private:
     std::string eventsOfWhole(Arguments const& line) {
         std::vector<char const*> argv{"tool"};
         if (line.empty()) {
-            argv.push_back("--");  // else nothing looks at the defaults
+            argv.push_back("--");  // otherwise the defaults are not checked
         }
         for (std::string const& argument : line) {
             argv.push_back(argument.c_str());
@@ -267,7 +267,7 @@ private:
         return false;
     }
 
-    /// How often the events of a line name something more than without the word in question.
+    /// How often an event is among the events of a line.
     int count(std::string const& events, std::string const& event) {
         int found = 0;
         for (std::size_t at = 0; (at = events.find(event, at)) != std::string::npos; ++at) {
@@ -286,7 +286,7 @@ private:
         });
     }
 
-    /// Each name that may be offered, if the line parses with it and it was not offered.
+    /// Each name that may be offered must be, if the line parses with it.
     void checkNames(Declared const& declared, Arguments const& before, std::string const& typed,
                     Arguments const& after, std::set<std::string> const& offered) {
         bool const isSwitch = declared.type == vtNull || declared.type == vtBool;

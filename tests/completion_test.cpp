@@ -7,7 +7,7 @@ using namespace varo_test;
 
 namespace {
 
-/// What the library answers to the words after the program's name; "null" for no answer.
+/// The library's answer to the words after the program's name; "null" for none.
 std::string ask(varo::IParser* parser, Arguments const& words,
                 varo::ValueSource* source = nullptr) {
     std::vector<char const*> argv{"tool"};

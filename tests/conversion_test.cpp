@@ -4,7 +4,7 @@
 
 namespace {
 
-/// Whether the C library's functions below do as in the locale of some other country.
+/// Whether the C library's functions below behave as in another country's locale.
 bool g_isAbroad = false;
 
 locale_t atHome() {
@@ -34,7 +34,7 @@ using namespace varo_test;
 struct Type {
     das_variant_type_t tag;
     std::string name;
-    std::string shown;              // in front of its values
+    std::string shown;              // what precedes its values here
     std::vector<std::string> read;  // "text -> value"
     std::vector<std::string> refused;
 };
@@ -72,7 +72,7 @@ std::vector<Type> types() {
          "double ",
          {"1.5 -> 1.5", "+.5 -> 0.5", "-25e2 -> -2500", " 5.  -> 5",
           "1.7976931348623157e308 -> 1.7976931348623157e+308",
-          // Too small is near enough to zero, however it is written.
+          // A number too small becomes zero, however it is written.
           "5e-324 -> 5e-324", "1e-999 -> 0", "1" + zeros + "e-999 -> 0", "0." + zeros + "1 -> 0",
           "1e-99999999999999999999 -> 0", "0e999 -> 0", "-1e-999 -> -0",
           "0." + zeros + "1e401 -> 1"},
@@ -135,7 +135,7 @@ class CommaAndDots final : public std::numpunct<char> {
     std::string do_grouping() const override { return "\3"; }
 };
 
-/// Takes no digit for one but every letter, and knows no letter's other case.
+/// Takes every letter but no digit for a digit, and changes no letter's case.
 class OtherLetters final : public std::ctype<char> {
 public:
     OtherLetters() : std::ctype<char>(table()) {}

@@ -15,7 +15,7 @@ std::string list(char const* const* texts, int count) {
     return shown;
 }
 
-/// A line for each declaration: everything that is not as in a plain string option.
+/// A line for each declaration: everything that differs from a plain string option.
 std::string walk(varo::Parser const& parser) {
     std::string shown;
     varo::Declaration const* declaration = nullptr;

@@ -107,7 +107,7 @@ TEST_F(Handlers, VetoUnknownArgumentsTogether) {
     } silent;
     m_parser->addHandler(&silent);
     once(0, "unknown -a", [] { return false; });
-    once(2, "option level", [] { return false; });  // without effect
+    once(2, "option level", [] { return false; });  // has no effect
     EXPECT_EQ(parse({"-a", "--level=1", "-b"}), kParseError);
     EXPECT_STREQ(m_parser.error(), "Unknown option: -b");
     EXPECT_EQ(m_handlers[2].m_events, "unknown -a; option level; value level=1; unknown -b; ");

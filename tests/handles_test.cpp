@@ -44,7 +44,7 @@ TEST(Handles, GiveValuesOrNothing) {
     EXPECT_EQ(result.get<std::string>("word"), "a");
     EXPECT_EQ(result.last<std::string_view>("word"), "b");
     EXPECT_STREQ(result.get<char const*>("word").value_or(""), "a");
-    // What cannot be read as asked is not there.
+    // What cannot be read as the type asked for is absent.
     EXPECT_FALSE(result.get<int>("ratio") || result.get<bool>("ratio") || result.get<int>("word") ||
                  result.get<std::string>("level") || result.get<bool>("help") ||
                  result.get<int>("unheard"));

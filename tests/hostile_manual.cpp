@@ -1,4 +1,4 @@
-// A program whose texts try to be more than text, for the linters of what is made of them:
+// A program whose texts try to be more than text, for linters of the manuals made from them:
 //     hostile_manual varooption=manual FORM
 //     hostile_manual names        every name that a manual must have, one a line
 

@@ -1,5 +1,5 @@
 // What programs compiled elsewhere rely on, seen from the installed headers alone: layouts,
-// numbers, and every slot of every interface, called by its index and known by its effect.
+// numbers, and every slot of every interface, called by its index and identified by its effect.
 
 #include <cstddef>
 #include <cstdio>
@@ -144,7 +144,7 @@ void checkParserAndResultSlots() {
     CHECK(!callSlot<bool>(8, parser, "size", true, nullptr));
 
     // 16 addHandler, 17 removeHandler, 18 addOptionFileOption, 19 allowSimultaneousActions
-    void const* const table[] = {nullptr, &typeid(EventHandler),  // what stands in front of slot 0
+    void const* const table[] = {nullptr, &typeid(EventHandler),  // what precedes slot 0
                                  reinterpret_cast<void const*>(&onOption),
                                  reinterpret_cast<void const*>(&onValue),
                                  reinterpret_cast<void const*>(&onUnknown)};
@@ -184,7 +184,7 @@ void checkParserAndResultSlots() {
     CHECK(callSlot<int>(5, result, &text) == 0 && std::strcmp(text, "plain") == 0);
     callSlot<void>(0, result);
 
-    // 10 parseStream; a handler that is gone hears nothing
+    // 10 parseStream; a handler that was removed is told nothing
     CHECK(callSlot<bool>(17, parser, &handler));
     CHECK(!callSlot<bool>(17, parser, &handler));
     handler.m_events.clear();
@@ -214,7 +214,7 @@ void checkParserAndResultSlots() {
     callSlot<void>(3, parser);  // destroy
 }
 
-// The variables of the library that a host may write
+// The library's variables that a host may write
 
 int reports = 0;
 int allocations = 0;

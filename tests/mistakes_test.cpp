@@ -9,7 +9,7 @@ namespace {
 using namespace mosaic2;
 using namespace varo_test;
 
-/// Declarations that have a mistake, and what is said of it.
+/// Declarations with a mistake, and what is said about it.
 struct Row {
     std::function<void(varo::Parser&)> declare;
     std::string lines;
@@ -111,7 +111,7 @@ TEST(Mistakes, AreTold) {
         {[](auto& p) { p->option("x", "", vtS32, "")->allowDeprecatedValue("1", 2.5); },
          "The option 'x': the deprecated string '1' is no value of type 'integer'.\n"
          "The option 'x': the replacing double '2.5' is no value of type 'integer'."},
-        // As the layer of handles declares
+        // Declared with handles
         {[](auto& p) { (void)p.template option<unsigned>("x", "").defaultValue(-1); },
          "The option 'x': the default integer '-1' is no value of type 'unsigned integer'."},
     };

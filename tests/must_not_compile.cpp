@@ -1,5 +1,5 @@
-// A program of which every marked line is wrong. The compiler must complain of each of them with
-// the words of its mark, and of nothing when WRONG is not defined: see must_not_compile.sh.
+// A program in which every marked line is wrong. The compiler must complain about each of them with
+// the words of its mark, and about nothing when WRONG is not defined: see must_not_compile.sh.
 
 #include <varo/varo.h>
 

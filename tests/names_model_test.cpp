@@ -13,7 +13,7 @@ bool shareOne(std::set<std::string> const& left, std::set<std::string> const& ri
                        [&](std::string const& item) { return right.count(item) != 0; });
 }
 
-/// What a plain list of declarations answers when it is searched from its front every time.
+/// What a plain list of declarations answers when it is searched from the front every time.
 class Model {
 public:
     struct Record {

@@ -132,7 +132,7 @@ TEST(OptionFiles, ErrorsEndTheParseWhereTheyAre) {
          {{from(longName)}, kOptionFileUnreadable, unreadable(longName)},
          {{from(withNul)}, kOptionFileUnreadable, unreadable(withNul), "n", "absent"},
          {{"--option-file", ""}, kSuccess, ""},
-         // An empty size is not an empty file.
+         // A size of 0 does not mean an empty file.
          {{from("/proc/sys/kernel/ostype")}, kSuccess, "", "word", "'Linux'"}});
 }
 

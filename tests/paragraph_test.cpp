@@ -28,7 +28,7 @@ TEST(Paragraph, BreaksLinesAtBlanks) {
              {"ab cdefghij", "", 3, 5, "   ab\n   cdef\n   ghij\n"},
              {"ab", "", 2, 2, "  a\n  b\n"},
              {"abc\nd", "", 0, 3, "ab\nc\nd\n"},
-             // Newlines end lines, and make no empty ones but at the end.
+             // Newlines end lines, and make empty ones only at the end.
              {"a\n\n\nb", "", 1, 9, " a\n b\n"},
              {" \n a", "", 1, 9, " a\n"},
              {"abc\n", "", 2, 9, "  abc\n  \n"},

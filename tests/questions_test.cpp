@@ -40,7 +40,7 @@ TEST(Questions, HelpIsAskedForBesideMistakes) {
         {{"--unheard", "--help"}, true, true},
         {{"--level=x", "--help"}, true, true},
         {{"--help", "--level"}, true, true},
-        {{"--level", "--help"}, true, true},  // no value: it looks like an option, and is one
+        {{"--level", "--help"}, true, true},  // not a value: it looks like an option, and is one
         {{"file", "--help"}, true, false},
         {{"--", "--help"}, false, false},
         {{"--title=--help"}, false, false},

@@ -134,7 +134,7 @@ TEST(Replay, RefusesWhatTheParserDoesNotDeclareOrReadsOtherwise) {
     EXPECT_STREQ(varo::toOptionFile(parser.interface(), nullptr), "");
     EXPECT_STREQ(varo::toOptionFile(nullptr, empty.interface()), "");
 
-    // Nobody hears of the trial.
+    // No handler is told of the trial.
     RecordingHandler handler;
     parser->addHandler(&handler);
     varo::Result result = parser.createResult();

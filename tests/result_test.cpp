@@ -102,7 +102,7 @@ TEST_F(ParseResult, WalksEveryValueOnce) {
     EXPECT_EQ(next("n"), "nothing");
     EXPECT_TRUE(m_query->present("number", 0, kEnd));
     EXPECT_EQ(next("n"), "s32 1");
-    // Another name is told nothing, and moves nothing.
+    // Another name gets nothing, and moves nothing.
     EXPECT_TRUE(isNothing(m_query->next("flag")));
     EXPECT_TRUE(isNothing(m_query->next("unheard")));
     EXPECT_TRUE(isNothing(m_query->next(nullptr)));

@@ -92,7 +92,7 @@ struct Case {
     std::string contents{};
 };
 
-/// The message about a text that is no value of the option's type.
+/// The message about a text that is not a value of the option's type.
 inline std::string cannotParse(std::string const& argument, std::string const& option,
                                std::string const& text, std::string const& type) {
     return "Value validation problem in argument '" + argument + "': Option '" + option +
@@ -119,7 +119,7 @@ inline void check(varo::Parser const& parser, std::vector<Case> const& cases) {
     }
 }
 
-/// Writes down what it is told, then does what the test wants done at that moment.
+/// Records what it is told, then does what the test wants done at that moment.
 class RecordingHandler final : public varo::EventHandler {
 public:
     bool onOptionParse(char const* name) override {
@@ -146,7 +146,7 @@ private:
     }
 };
 
-/// Collects what is written to the console stream as long as it lives.
+/// Collects what is written to the console stream while it lives.
 class Console {
 public:
     Console() : m_old(BRIX::ucout.rdbuf(m_text.rdbuf())) {}
@@ -158,7 +158,7 @@ private:
     std::streambuf* m_old;
 };
 
-/// Adds a facet to the global C++ locale as long as it lives.
+/// Adds a facet to the global C++ locale while it lives.
 class GlobalFacet {
 public:
     template <class Facet>

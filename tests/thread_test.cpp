@@ -74,7 +74,7 @@ TEST(Threads, ParseAtOnceWithAscendingPositions) {
     BRIX::ucout.rdbuf(old);
 }
 
-/// Waits for ever in the middle of a line.
+/// Waits forever in the middle of a line.
 class Waiting final : public std::streambuf {
     std::streamsize xsputn(char const*, std::streamsize) override {
         m_isReached = true;

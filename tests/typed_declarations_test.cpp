@@ -33,7 +33,7 @@ struct varo::Conversion<std::chrono::seconds> {
     }
 };
 
-/// So many bytes; gives no reasons, and throws where a host's own code may.
+/// A number of bytes; gives no reasons, and throws where a host's own code may.
 struct Size {
     std::uint64_t bytes;
 };
@@ -77,7 +77,7 @@ void expectBorder(Type value, std::string const& typed, std::string const& refus
 }
 
 TEST(TypedDeclarations, HoldNumbersOfEveryWidthOrNone) {
-    // What the parser itself converts it refuses with one code, what a handler must look at with
+    // What the parser itself converts, it refuses with one code; what a handler must check, with
     // another.
     int const early = varo::kParseError;
     int const late = varo::kRefused;
@@ -259,7 +259,7 @@ TEST(TypedDeclarations, OutliveTheirParserAndTheNamesTheyWereMadeWith) {
     title.reset();
     EXPECT_EQ(result[copy], "x");
     EXPECT_EQ(varo::Result()[copy], "a name too long to be kept in the string itself!");
-    // Without a parser, declarations come to nothing.
+    // Without a parser, declarations have no effect.
     varo::Parser parser;
     varo::Parser const taken = std::move(parser);
     auto const none =

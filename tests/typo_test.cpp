@@ -94,7 +94,7 @@ TEST(Typo, CountsEditsOfAWord) {
     for (int round = 0; round < 20'000; ++round) {
         std::string const typed = word();
         std::string const name = word();
-        // The table that the bits stand for, with the best beginning in its last row.
+        // The table that the bits represent, with the best beginning in its last row.
         std::vector<std::vector<unsigned>> edits(typed.size() + 1,
                                                  std::vector<unsigned>(name.size() + 1));
         for (std::size_t i = 0; i <= typed.size(); ++i) {

@@ -111,7 +111,7 @@ TEST(DeprecatedValues, AreReplacedOnceWithAWarning) {
             warning("+3", "level", "4") + "\n" + aToB,
             "mode",
             "'new' 'b'"},
-           // A warning does not survive an error, nor the next parse.
+           // A warning survives neither an error nor the next parse.
            {{"--mode=a", "--level"},
             kParseError,
             "Option 'level' requires a value in argument: '--level'"},

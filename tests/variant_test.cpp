@@ -59,7 +59,7 @@ TEST(Variant, OrdersAndComparesEveryKind) {
         Row{~0ULL, 1.8446744073709551616e19, '='},
         Row{tagged(10, variant_t(2.0).m_value.m_signed), 2.0, '='}, Row{-infinity, infinity, '<'},
         Row{std::nan(""), 1.0, '~'},
-        // Strings by their text, whoever owns it.
+        // Strings by their text, owned or not.
         Row{"a", "ab", '<'}, Row{"z", "\xC3\xA4", '<'}, Row{{"a", true}, "b", '<'},
         Row{"same", {"same", true}, '='},
         Row{static_cast<char const*>(nullptr), {nullptr, true}, '='},
@@ -124,7 +124,7 @@ TEST_F(Variants, ShareAndFreeBlocks) {
     text.free_data();
     EXPECT_EQ(g_blocks, 0);
 
-    // What is shared may be in use elsewhere.
+    // A shared block may be in use elsewhere.
     variant_t const shared("shared");
     auto const copyOften = [&] {
         for (int index = 0; index < 10000; ++index) {

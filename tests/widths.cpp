@@ -1,5 +1,5 @@
-// For the judge of display widths: writes the width of every character from U+00A0 on, then helps
-// for 40 to 200 columns, each line with its number of columns in front.
+// For the check of display widths: writes the width of every character from U+00A0 on, then help
+// for 40 to 200 columns, each line after its number of columns.
 
 #include <cstdio>
 #include <string>

@@ -5,11 +5,11 @@
 
 #include <string>
 
-enum class Shape { circle, square };
+enum class Shape { kCircle, kSquare };
 
 template <>
 struct varo::Words<Shape> {
-    static constexpr varo::Word<Shape> list[] = {{"circle", Shape::circle}};
+    static constexpr varo::Word<Shape> list[] = {{"circle", Shape::kCircle}};
 };
 
 struct Unheard {};
@@ -19,8 +19,10 @@ void program(varo::Parser& parser, varo::Result& result) {
     auto const level = parser.option<int>("level", "").defaultValue(1);
     auto const depth = parser.option<unsigned>("depth", "");
     auto const files = parser.option<std::string>("file", "").positional();
-    auto const shape = parser.option<Shape>("shape", "").defaultValue(Shape::square);
+    auto const shape = parser.option<Shape>("shape", "").defaultValue(Shape::kSquare);
+    auto const quiet = parser.option<void>("quiet", "");
     parser.modifier<bool>("all", add, "");
+    (void)result[quiet];
     int const warmth = result[level];
     Shape const form = result[shape];
     std::string all = std::to_string(warmth + static_cast<int>(form) + (result[depth] ? 1 : 0));
@@ -38,10 +40,12 @@ void program(varo::Parser& parser, varo::Result& result) {
     parser.option<int>("x", "").allow(1, 2.5);               // The option is an integer
     parser.option<std::string>("x", "").allow("a", 1);       // The option is a text
     (void)parser.option<Shape>("x", "").defaultValue(0);     // The option is another enumeration
-    parser.option<Shape>("x", "").allow(Shape::circle);      // is said by its type
+    parser.option<Shape>("x", "").allow(Shape::kCircle);     // is said by its type
     parser.option<void>("x", "").positional();               // The option takes no value
     parser.option<Unheard>("x", "");                         // No type for an option
     parser.option<char>("x", "");                            // No type for an option
+    parser.option<int const>("x", "");                       // Declare the plain type
+    (void)result.all(quiet);                                 // count its values
     level.defaultValue(2);                                   // ignoring return value
 #endif
 }

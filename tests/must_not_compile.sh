@@ -5,14 +5,23 @@ set -euo pipefail
 source=$(dirname "$0")/must_not_compile.cpp
 
 compile() {
-    "$1" -std=c++17 -fsyntax-only -Wall -Wextra -Werror -I"$2" "${@:3}" "$source" 2>&1
+    "$1" -std=c++17 -fsyntax-only -Wall -Wextra -Werror -I"$2" "${@:4}" -x c++ "$3" 2>&1
 }
-compile "$@"
-said=$(compile "$@" -DWRONG || true)
+# The same with the marked line $1 alone.
+compileLine() {
+    local line=$1
+    shift
+    awk -v line="$line" 'NR == line || !/; +\/\/ / { print; next } { print "" }' "$source" |
+        compile "$@" - -DWRONG || true
+}
+compile "$@" "$source"
+said=$(compile "$@" "$source" -DWRONG || true)
 faults=0
 while IFS=: read -r line text; do
     mark=${text##*// }
-    grep -qE "$(basename "$source"):$line:" <<< "$said" && grep -qE "error: .*($mark)" <<< "$said" || {
+    # An error in a header names the marked line in another line of the complaint.
+    grep -qE "$source:$line:[0-9]+: error: .*($mark)" <<< "$said" ||
+        grep -qE "error: .*($mark)" <<< "$(compileLine "$line" "$@")" || {
         echo "line $line compiles, or not for this reason: $mark" >&2
         faults=1
     }

@@ -223,6 +223,84 @@ TEST(TypedDeclarations, KeepTheChecksOfTheDeclarationThatParses) {
                     "Value 'x' is not valid for option 'sized' in argument '--sized=x'"}});
 }
 
+TEST(TypedDeclarations, CheckModifiersOfOneNameByTheirTypes) {
+    varo::Parser parser(varo::kUnknownIsError);
+    auto const add = parser.action<void>("add", "");
+    auto const list = parser.action<void>("list", "");
+    parser.modifier<std::uint8_t>("shared", add, "");
+    parser.modifier<int>("shared,other", list, "");
+    parser.modifier<Size>("sized", add, "");
+    parser.modifier<int>("narrowed", add, "");
+    parser->setReplace(true);
+    parser.modifier<int>("sized", add, "");
+    parser.modifier<std::uint8_t>("narrowed", add, "");
+    check(parser, {{{"--list", "--other=300"}, kSuccess, ""},
+                   {{"--add", "--shared=300"},
+                    kRefused,
+                    "Value '300' is not valid for option 'shared' in argument '--shared=300': It "
+                    "must be from 0 to 255."},
+                   {{"--add", "--sized=3"}, kSuccess, ""},
+                   {{"--add", "--narrowed=300"},
+                    kRefused,
+                    "Value '300' is not valid for option 'narrowed' in argument "
+                    "'--narrowed=300': It must be from 0 to 255."}});
+    char const* const error = parser.error();
+    EXPECT_EQ(parser.error(), error) << "the first text is gone";
+}
+
+TEST(TypedDeclarations, TellOfDefaultsThatTheTypeDoesNotHave) {
+    varo::Parser parser;
+    auto const port = parser.option<std::uint16_t>("port", "").defaultValue(70000);
+    auto const tiny = parser.option<short>("tiny", "").defaultValue(40000);
+    auto const huge = parser.option<float>("huge", "").defaultValue(1e300);
+    parser.option<std::uint8_t>("byte", "").allow(300, 5);
+    for (char const* name : {"port", "tiny", "huge", "byte"}) {
+        EXPECT_NE(std::string_view(varo::describeMistakes(parser.interface())).find(name),
+                  std::string_view::npos)
+            << name;
+    }
+    varo::Result const none;
+    EXPECT_TRUE(none[port] == 0 && none[tiny] == 0 && none[huge] == 0);
+}
+
+/// Has no default constructor.
+struct Port {
+    explicit Port(int given) : number(given) {}
+    int number;
+};
+
+}  // namespace
+
+template <>
+struct varo::Conversion<Port> {
+    static std::optional<Port> fromText(std::string_view text, std::string&) {
+        return text == "ssh" ? std::optional<Port>(22) : std::nullopt;
+    }
+    static std::string toText(Port const& port) { return port.number == 21 ? "ssh" : "?"; }
+};
+
+namespace {
+
+TEST(TypedDeclarations, HaveDefaultsAsTheyAreReadAndShown) {
+    varo::Parser parser;
+    auto const port = parser.option<Port>("port", "").defaultValue(Port(21));
+    auto const share = parser.option<float>("share", "").defaultValue(0.1F).allow(0.1, 0.25F);
+    char const* const unset = nullptr;
+    auto const title = parser.option<std::string>("title", "").defaultValue(unset);
+    EXPECT_STREQ(varo::describeMistakes(parser.interface()), "");
+    EXPECT_EQ(std::string(parser.help()).find("0.1000"), std::string::npos);
+    varo::Result result = parser.createResult();
+    EXPECT_EQ(parse(parser, result, {}), kSuccess);
+    EXPECT_TRUE(result[port].number == 22 && result[share] == 0.1F && result[title].empty());
+    EXPECT_EQ(varo::Result()[port].number, 22);
+    for (char const* argument : {"--share=0.1", "--share=0.25"}) {
+        EXPECT_EQ(parse(parser, result, {argument}), kSuccess) << parser.error();
+    }
+    EXPECT_EQ(parse(parser, result, {"--title", "", "--title=x"}), kSuccess);
+    EXPECT_EQ(result.values(title).size(), 1U);
+    EXPECT_EQ(varo::printable(unset), "");
+}
+
 TEST(TypedDeclarations, ModifiersBelongToTheirActions) {
     varo::Parser parser(varo::kUnknownIsError | varo::kDoubleDashHelp);
     auto const add = parser.action<std::string>("add,a", "Put in").whole();

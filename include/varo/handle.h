@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -63,7 +64,7 @@ public:
         if constexpr (internal::isText<Type>) {
             handle.m_default = written;
         } else {
-            handle.m_default = static_cast<Type>(value);
+            handle.m_default = internal::readWritten<Type>(written, value);
         }
         return handle;
     }
@@ -124,7 +125,7 @@ private:
     struct NoDefault {};
     // A text is shared by all copies of the handle, so that a pointer to it lives as long as one.
     using Kept =
-        std::conditional_t<internal::isText<Type> || !hasDefault, mosaic2::variant_t, Type>;
+        std::conditional_t<internal::isText<Type>, mosaic2::variant_t, std::optional<Type>>;
 
     explicit Handle(char const* names) : Declared(names) {}
 
@@ -143,7 +144,7 @@ private:
         if constexpr (internal::isText<Type>) {
             return Type(internal::textOf(m_default));
         } else {
-            return m_default;
+            return *m_default;
         }
     }
 
@@ -157,6 +158,8 @@ template <class Type>
 using DefaultedOption = Handle<Type, Role::kOption, true>;
 template <class Type>
 using Action = Handle<Type, Role::kAction, false>;
+template <class Type>
+using DefaultedAction = Handle<Type, Role::kAction, true>;
 
 /// Some actions: one, or several joined by "|". Made from handles, so it names only declared ones.
 class Actions {

@@ -49,6 +49,8 @@ constexpr std::optional<Type> fitted(Number number) noexcept {
 /// Type cannot hold. A floating Type takes the nearest number that it has.
 template <class Type>
 std::optional<Type> numberAs(mosaic2::variant_t const& value) noexcept {
+    static_assert(std::is_floating_point_v<Type> || sizeof(Type) <= sizeof(long long),
+                  "No option holds a number of more than 64 bits.");
     if (value.m_type == mosaic2::vtBool) {
         return static_cast<Type>(value.get<bool>());
     }

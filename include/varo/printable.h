@@ -39,8 +39,9 @@ inline std::size_t readCharacter(std::string_view text, char32_t& code) {
 /// Whether a character moves the cursor or changes the order or colour of what is shown: control
 /// characters, line separators, and those that turn the direction of writing.
 inline bool isControl(char32_t code) {
-    return code < 0x20 || (code >= 0x7F && code < 0xA0) || (code >= 0x200E && code <= 0x200F) ||
-           (code >= 0x2028 && code <= 0x202E) || (code >= 0x2066 && code <= 0x2069);
+    return code < 0x20 || (code >= 0x7F && code < 0xA0) || code == 0x61C ||
+           (code >= 0x200E && code <= 0x200F) || (code >= 0x2028 && code <= 0x202E) ||
+           (code >= 0x2066 && code <= 0x2069);
 }
 
 }  // namespace internal
@@ -74,6 +75,11 @@ inline std::string printable(std::string_view text) {
         }
     }
     return shown;
+}
+
+/// Likewise; "" for null.
+inline std::string printable(char const* text) {
+    return printable(std::string_view(text != nullptr ? text : ""));
 }
 
 }  // namespace varo_3_3

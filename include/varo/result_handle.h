@@ -64,6 +64,7 @@ public:
     /// All values of the option, in order, without defaults.
     template <class Type, Role role, bool hasDefault>
     std::vector<Type> all(Handle<Type, role, hasDefault> const& handle) const {
+        static_assert(!std::is_void_v<Type>, "The option takes no value: count its values().");
         std::vector<Type> found;
         for (Value const& value : values(handle)) {
             if (std::optional<Type> read = internal::read<Type>(value.value())) {
@@ -91,7 +92,8 @@ public:
     }
 
     /// The values of an option, given by name or handle, in a range of positions (both ends as in
-    /// IParseResult::next), each with what was typed and where. Defaults are left out.
+    /// IParseResult::next), each with what was typed and where. Defaults are left out, and so are,
+    /// for the handle of an option that takes a value, occurrences with an empty text instead.
     template <class Option>
     std::vector<Value> values(Option const& option, int from = kFirstPosition,
                               int to = kNoPosition) const {
@@ -101,7 +103,9 @@ public:
             m_result->present(name, from, to);  // only to begin the iteration
             for (Value value = m_result->next(name); value.position() != kNoPosition;
                  value = m_result->next(name)) {
-                found.push_back(std::move(value));
+                if (!takesValue(option) || value.value().m_type != mosaic2::vtNull) {
+                    found.push_back(std::move(value));
+                }
             }
         }
         return found;
@@ -122,6 +126,12 @@ public:
     }
 
 private:
+    static constexpr bool takesValue(char const* /*name*/) { return false; }  // not known
+    template <class Type, Role role, bool hasDefault>
+    static constexpr bool takesValue(Handle<Type, role, hasDefault> const& /*handle*/) {
+        return !std::is_void_v<Type>;
+    }
+
     static char const* nameOf(char const* name) { return name; }
     static char const* nameOf(Declared const& declared) { return declared.name(); }
 

@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "varo/event_handler.h"
 #include "varo/result.h"
@@ -20,26 +21,27 @@ public:
 
     virtual ~ValueChecks() = default;
 
-    /// Checks the values of `name`, a primary name, from now on; null ends that.
-    virtual void set(char const* name, Check check) = 0;
+    /// Checks values from now on: those of the type `tag` of `name`, a primary name. Null ends
+    /// that.
+    virtual void set(char const* name, mosaic2::das_variant_type_t tag, Check check) = 0;
 
     virtual void forgetReason() = 0;
 
     /// `error`, with the reason of the last refusal added if that is what it reports. Lives until
-    /// the next call.
+    /// another error is explained.
     virtual char const* explain(char const* error) = 0;
 };
 
 template <class Text = std::string>
 class ValueCheckList final : public ValueChecks {
 public:
-    void set(char const* name, Check check) override {
-        auto const old = m_checks.find(std::string_view(name));
+    void set(char const* name, mosaic2::das_variant_type_t tag, Check check) override {
+        auto const old = m_checks.find(Key{name, tag});
         if (old != m_checks.end()) {
             m_checks.erase(old);
         }
         if (check != nullptr) {
-            m_checks.insert({name, check});
+            m_checks.insert({name, tag, check});
         }
     }
 
@@ -48,9 +50,14 @@ public:
         m_reason.clear();
     }
 
+    bool onOptionParse(char const* /*name*/) override {
+        forgetReason();  // the value may be refused by another handler, before this one is asked
+        return true;
+    }
+
     bool onValueParse(char const* name, Value const& value) override {
         forgetReason();
-        auto const entry = m_checks.find(std::string_view(name));
+        auto const entry = m_checks.find(Key{name, value.value().m_type});
         if (entry == m_checks.end() || entry->check(value, m_reason)) {
             return true;
         }
@@ -63,25 +70,29 @@ public:
             std::string_view(error).find(m_refused) == std::string_view::npos) {
             return error;
         }
-        m_error = Text(error) + ": " + m_reason;
+        // The same text again for the same error, since a host may still hold the first one.
+        Text explained = Text(error) + ": " + m_reason;
+        if (explained != m_error) {
+            m_error.swap(explained);
+        }
         return m_error.c_str();
     }
 
 private:
+    using Key = std::pair<std::string_view, mosaic2::das_variant_type_t>;
     struct Entry {
         Text name;
+        mosaic2::das_variant_type_t tag;
         Check check;
 
-        operator std::string_view() const { return name; }
+        operator Key() const { return {name, tag}; }
     };
-    struct ByName {
+    struct ByKey {
         using is_transparent = void;
-        bool operator()(std::string_view left, std::string_view right) const {
-            return left < right;
-        }
+        bool operator()(Key const& left, Key const& right) const { return left < right; }
     };
 
-    std::set<Entry, ByName> m_checks;
+    std::set<Entry, ByKey> m_checks;
     Text m_reason;
     Text m_refused;  // what the error says when it is about the refused option
     Text m_error;

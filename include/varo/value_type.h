@@ -1,9 +1,13 @@
 #pragma once
 
+#include <cstdio>
+#include <cstdlib>
+#include <limits>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "mosaic2/variant.h"
 #include "varo/number.h"
@@ -65,8 +69,19 @@ template <class Type>
 inline constexpr bool isNumber = (std::is_integral_v<Type> && !std::is_same_v<Type, bool> &&
                                   !std::is_same_v<Type, char> && !std::is_same_v<Type, wchar_t> &&
                                   !std::is_same_v<Type, char16_t> &&
+#ifdef __cpp_char8_t
+                                  !std::is_same_v<Type, char8_t> &&
+#endif
                                   !std::is_same_v<Type, char32_t>) ||
                                  std::is_same_v<Type, float> || std::is_same_v<Type, double>;
+
+/// The number type that the parser converts to for a number of type Type.
+template <class Type>
+using Parsed = std::conditional_t<
+    std::is_floating_point_v<Type>, double,
+    std::conditional_t<(sizeof(Type) > sizeof(int)),
+                       std::conditional_t<std::is_signed_v<Type>, long long, unsigned long long>,
+                       std::conditional_t<std::is_signed_v<Type>, int, unsigned>>>;
 
 /// Whether what the parser converts may still not fit Type: a handler then checks each value.
 template <class Type>
@@ -80,6 +95,7 @@ constexpr bool isChecked() {
 
 template <class Type>
 constexpr mosaic2::das_variant_type_t tagOf() {
+    static_assert(!std::is_const_v<Type> && !std::is_volatile_v<Type>, "Declare the plain type.");
     static_assert(std::is_void_v<Type> || std::is_same_v<Type, bool> || isNumber<Type> ||
                       isText<Type> || hasWords<Type> || hasConversion<Type>,
                   "No type for an option: specialise varo::Words or varo::Conversion for it.");
@@ -133,18 +149,28 @@ std::optional<Type> read(mosaic2::variant_t const& value) {
     return read<Type>(value, reason);
 }
 
+/// The double that is written with the fewest digits among those that become `number` as float: 0.1
+/// for 0.1F, as it is typed and shown.
+inline double shortestDouble(float number) {
+    for (int digits = std::numeric_limits<float>::digits10;
+         digits < std::numeric_limits<float>::max_digits10; ++digits) {
+        char text[32];
+        std::snprintf(text, sizeof text, "%.*g", digits, static_cast<double>(number));
+        double const found = std::strtod(text, nullptr);  // reads what this locale writes
+        if (static_cast<float>(found) == number) {
+            return found;
+        }
+    }
+    return static_cast<double>(number);
+}
+
 /// A number as an option of its type stores it.
 template <class Type>
 mosaic2::variant_t numberVariant(Type number) {
-    if constexpr (std::is_same_v<Type, bool>) {
-        return number;
-    } else if constexpr (std::is_floating_point_v<Type>) {
-        return static_cast<double>(number);
-    } else if constexpr (std::is_signed_v<Type>) {
-        return static_cast<std::conditional_t<sizeof(Type) <= sizeof(int), int, long long>>(number);
+    if constexpr (std::is_same_v<Type, float>) {
+        return shortestDouble(number);
     } else {
-        return static_cast<
-            std::conditional_t<sizeof(Type) <= sizeof(int), unsigned, unsigned long long>>(number);
+        return static_cast<Parsed<Type>>(number);
     }
 }
 
@@ -152,8 +178,19 @@ inline mosaic2::variant_t textVariant(std::string_view text) {
     return mosaic2::variant_t::copy_of(text.data(), text.size());
 }
 
+/// A text that a host writes; "" for null, as in the bare interface.
+template <class Given>
+std::string_view viewOf(Given const& text) {
+    if constexpr (std::is_convertible_v<Given const&, char const*>) {
+        char const* const begin = text;
+        return begin != nullptr ? begin : "";
+    } else {
+        return text;
+    }
+}
+
 /// `value`, which a host writes for an option of type Type, as the option stores it. A number that
-/// Type cannot hold keeps its own type, and describeMistakes() reports it.
+/// Type cannot hold becomes one of another type, or a text, which describeMistakes() reports.
 template <class Type, class Given>
 mosaic2::variant_t write(Given const& value) {
     if constexpr (std::is_same_v<Type, bool>) {
@@ -165,11 +202,14 @@ mosaic2::variant_t write(Given const& value) {
                       "The option is an integer.");
         mosaic2::variant_t const given = numberVariant(value);
         std::optional<Type> const number = numberAs<Type>(given);
-        return number ? numberVariant(*number) : given;
+        if (number) {
+            return numberVariant(*number);
+        }
+        return numberAs<Parsed<Type>>(given) ? textVariant(std::to_string(value)) : given;
     } else if constexpr (isText<Type>) {
         static_assert(std::is_convertible_v<Given const&, std::string_view>,
                       "The option is a text.");
-        return textVariant(value);
+        return textVariant(viewOf(value));
     } else if constexpr (hasWords<Type>) {
         static_assert(std::is_same_v<Type, Given>, "The option is another enumeration.");
         for (Word<Type> const& word : Words<Type>::list) {
@@ -179,10 +219,22 @@ mosaic2::variant_t write(Given const& value) {
         }
         return {};
     } else if constexpr (std::is_convertible_v<Given const&, std::string_view>) {
-        return textVariant(value);
+        return textVariant(viewOf(value));
     } else {
         static_assert(std::is_convertible_v<Given const&, Type>, "The option has another type.");
         return textVariant(Conversion<Type>::toText(value));
+    }
+}
+
+/// What an option of type Type answers with for the default `value`, which was written as
+/// `written`: what reading that gives; 0 for a number that Type cannot hold.
+template <class Type, class Given>
+std::optional<Type> readWritten(mosaic2::variant_t const& written, Given const& value) {
+    std::optional<Type> number = read<Type>(written);
+    if constexpr (std::is_arithmetic_v<Type>) {
+        return number.value_or(Type{});
+    } else {
+        return number ? std::move(number) : std::optional<Type>(static_cast<Type>(value));
     }
 }
 

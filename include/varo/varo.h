@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "varo/assist.h"
+#include "varo/documents.h"
 #include "varo/flags.h"
 #include "varo/handle.h"
 #include "varo/mistakes.h"
@@ -17,8 +18,7 @@
 
 // The layer that programs are written against. Not included, since they would slow down every
 // compilation: varo/program.h (parseOrExit, what a program does before its own work),
-// varo/documents.h (the manual page, JSON, help for this terminal), varo/completion.h (answers for
-// shells), varo/text.h (word wrapping) and varo/trace.h (the trace).
+// varo/completion.h (answers for shells), varo/text.h (word wrapping) and varo/trace.h (the trace).
 
 namespace varo_3_3 {
 
@@ -174,9 +174,9 @@ public:
 
     /// The help for the modifiers of one action.
     char const* actionHelp(char const* action, Sections sections = Sections::kShown) const {
-        return m_parser != nullptr
-                   ? m_parser->getActionModifiersDescription(action, isHidden(sections))
-                   : "";
+        return m_parser != nullptr ? m_parser->getActionModifiersDescription(
+                                         action != nullptr ? action : "", isHidden(sections))
+                                   : "";
     }
     template <class Type, bool hasDefault>
     char const* actionHelp(Handle<Type, Role::kAction, hasDefault> const& action,
@@ -199,29 +199,29 @@ private:
         }
     }
 
-    template <class Declaration, class Declare>
-    Declaration declare(char const* names, Declare declareIt, bool isModifier = false) {
-        using Type = typename Declaration::value_type;
-        Declaration handle(names);
+    template <class Handle, class Declare>
+    Handle declare(char const* names, Declare declareIt, bool isModifier = false) {
+        using Type = typename Handle::value_type;
+        Handle handle(names);
         if (m_parser == nullptr) {
             return handle;
         }
-        bool const keepsCheck = isModifier && isDeclared(handle.name());
         handle.m_option = declareIt(internal::tagOf<Type>());
         if constexpr (internal::hasWords<Type>) {
             for (Word<Type> const& word : Words<Type>::list) {
                 handle.m_option->allowValue(internal::textVariant(word.text));
             }
         }
-        if ((internal::isChecked<Type>() || m_checks != nullptr) && !keepsCheck &&
-            !isRefused(m_parser, handle.m_option)) {
+        if ((internal::isChecked<Type>() || m_checks != nullptr) &&
+            !isRefused(m_parser, handle.m_option) &&
+            !(isModifier && isShared(handle.name(), internal::tagOf<Type>()))) {
             setCheck<Type>(handle.name());
         }
         return handle;
     }
 
-    /// Has the values of a declaration checked if its type needs it. (Of modifiers of different
-    /// actions that share a name, only the first is set: it does the parsing.)
+    /// Has the values of a declaration checked if its type needs it. (Of modifiers that share a
+    /// name and a type of values, only the first is set: it does the parsing.)
     template <class Type>
     void setCheck(char const* name) {
         if constexpr (internal::isChecked<Type>()) {
@@ -232,15 +232,22 @@ private:
                     mosaic2::internal::throw_bad_alloc();
                 }
             }
-            m_checks->set(name, internal::checkValue<Type>);
+            m_checks->set(name, internal::tagOf<Type>(), internal::checkValue<Type>);
         } else {
-            m_checks->set(name, nullptr);
+            m_checks->set(name, internal::tagOf<Type>(), nullptr);
         }
     }
 
-    bool isDeclared(char const* name) const {
-        return m_parser->isOptionDeclared(name, false, nullptr) ||
-               m_parser->isOptionDeclared(name, true, nullptr);
+    /// Whether more than one declaration has this primary name and values of this type.
+    bool isShared(char const* name, int type) const {
+        int count = 0;
+        Declaration const* declaration = nullptr;
+        while ((declaration = nextDeclaration(m_parser, declaration)) != nullptr) {
+            bool const isSame =
+                declaration->type == type && std::string_view(declaration->names[0]) == name;
+            count += isSame ? 1 : 0;
+        }
+        return count > 1;
     }
 
     IParser* m_parser = nullptr;

@@ -1,6 +1,6 @@
 // A program whose texts try to be more than text, for linters of the manuals made from them:
 //     hostile_manual varooption=manual FORM
-//     hostile_manual names        every name that a manual must have, one a line
+//     hostile_manual names        every name that a manual must have, one per line
 
 #include <string>
 

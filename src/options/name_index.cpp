@@ -205,7 +205,7 @@ std::uint32_t NameIndex::hashOf(std::string_view text, std::string const* tag) {
     return tag == nullptr ? hash : hash * 31 + internal::TextHash::of(*tag) + 1;
 }
 
-/// Where a key stands among others: by record, then by name, a name before its negation.
+/// A key's place in the order: by record, then by name, a name before its negation.
 std::uint64_t NameIndex::placeOf(Key const& key) {
     return std::uint64_t{key.record} << 32 | key.name << 1 | key.isNegated;
 }

@@ -77,8 +77,8 @@ public:
         return isMeant ? match.first : kNone;
     }
 
-    /// The first key with just this text, kNone if there is none; and whether it is the only one.
-    /// What an argument means is mostly decided by these two.
+    /// The first key with exactly this text, kNone if there is none; and whether it is the only
+    /// one. These two usually decide what an argument means.
     std::uint32_t findExact(std::string_view typed) const {
         return typed.empty() ? kNone : findHead(typed, nullptr);
     }

@@ -38,7 +38,7 @@ public:
 
     /// Removes args[0], and what belongs to it, from `args` and stores it. Sets `optionIndex` to
     /// the number of the option, which the driver does not read. On success `message` is empty or
-    /// holds warnings, one a line; otherwise it is the text for the user, args[0] is still there,
+    /// holds warnings, one per line; otherwise it is the text for the user, args[0] is still there,
     /// and nothing of it is stored (with kTakeTheRest, arguments that the same call took before it
     /// are).
     virtual result_t parse(ArgumentList& args, IResultCollector* collector,

@@ -1,4 +1,4 @@
-# Manual pages, for programs that answer varo::answerManual.
+# Manual pages, for programs that call varo::answerShell with what they say of themselves.
 
 # Installs the manual page that the executable TARGET writes:
 # varo_install_manual(TARGET [SECTION NUMBER]), where the section, by default 1, must be the one that

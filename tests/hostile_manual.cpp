@@ -4,8 +4,7 @@
 
 #include <string>
 
-#include "varo/documents.h"
-#include "varo/varo.h"
+#include "varo/completion.h"
 
 namespace {
 
@@ -98,7 +97,7 @@ int main(int argc, char** argv) {
     about.files = kMarkdown;
     about.examples = "  first\n\n    second\n";
     about.seeAlso = every.c_str();
-    if (auto const status = varo::answerManual(parser.interface(), &about, argc, argv)) {
+    if (auto const status = varo::answerShell(parser, about, argc, argv)) {
         return *status;
     }
     printNames(parser.interface());

@@ -2,7 +2,6 @@
 // What the tool does with the answers is in dirstat.cpp.
 
 #include <varo/completion.h>
-#include <varo/documents.h>
 #include <varo/program.h>
 #include <varo/varo.h>
 
@@ -190,17 +189,11 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
     }
     Options const options(parser);
 
-    // A shell that completes a command line asks the program itself what may follow.
+    // A shell that completes a command line asks the program itself what may follow, the build what
+    // is in the manual, and varo-clidiff what the command line is.
     Files files;
-    if (std::optional<int> const status = varo::answerShell(parser, argc, argv, &files)) {
+    if (auto const status = varo::answerShell(parser, manual(), argc, argv, &files)) {
         return status;
-    }
-    varo::Manual const about = manual();
-    if (auto const status = varo::answerManual(parser.interface(), &about, argc, argv)) {
-        return status;
-    }
-    if (auto const status = varo::answerJson(parser.interface(), argc, argv)) {
-        return status;  // "dirstat varooption=json", for varo-clidiff
     }
 
     // To the library an empty argument is an option without a value; here it is a script's slip.

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <cstdio>
+#include <cstring>
 #include <optional>
 
+#include "varo/documents.h"
 #include "varo/export.h"
 #include "varo/varo.h"
 
@@ -54,23 +56,61 @@ protected:
 VARO_EXPORT char const* completion(IParser* parser, int argc, char const* const* argv,
                                    ValueSource* source);
 
-/// Answers a shell that completes a command line of this program (see completion). Call it after
-/// the declarations and before anything else:
-///
-///     if (auto status = varo::answerShell(parser, argc, argv)) {
-///         return *status;
-///     }
-///
-/// Returns nothing when no shell asks; else the exit status: 0 after the answer was written to
-/// standard output, 2 when there is no answer or it could not be written. Since 3.3.1.
-inline std::optional<int> answerShell(Parser const& parser, int argc, char const* const* argv,
-                                      ValueSource* source = nullptr) {
-    char const* const answer = completion(parser.interface(), argc, argv, source);
+namespace internal {
+
+/// The document that the command line asks for: "" when there is none to give, null when it asks
+/// for none.
+inline char const* askedDocument(IParser* parser, Manual const& about, int argc,
+                                 char const* const* argv) {
+    if (argc < 2) {
+        return nullptr;
+    }
+    if (std::strcmp(argv[1], "varooption=json") == 0) {
+        return argc == 2 ? describeJson(parser) : "";
+    }
+    if (std::strcmp(argv[1], "varooption=manual") != 0) {
+        return nullptr;
+    }
+    char const* const form = argc == 3 ? argv[2] : "";
+    return std::strcmp(form, "man") == 0        ? manual(parser, &about, kManualPage)
+           : std::strcmp(form, "markdown") == 0 ? manual(parser, &about, kManualMarkdown)
+                                                : "";
+}
+
+inline std::optional<int> printAnswer(char const* answer) {
     if (answer == nullptr) {
         return std::nullopt;
     }
     bool const isWritten = std::fputs(answer, stdout) >= 0 && std::fflush(stdout) == 0;
     return isWritten && *answer != '\0' ? 0 : 2;
+}
+
+}  // namespace internal
+
+/// Answers a shell that completes a command line of this program (see completion), in one line
+/// after the declarations and before anything else:
+///
+///     if (auto status = varo::answerShell(parser, argc, argv)) {
+///         return *status;
+///     }
+///
+/// Nothing when no shell asks. Else the exit status: 0 after the answer was written to standard
+/// output, 2 when there is none to give or it could not be written. Since 3.3.1.
+inline std::optional<int> answerShell(Parser const& parser, int argc, char const* const* argv,
+                                      ValueSource* source = nullptr) {
+    return internal::printAnswer(completion(parser.interface(), argc, argv, source));
+}
+
+/// The same for a program that gives its documents as well, to who packs it or builds it:
+///
+///     TOOL varooption=manual man          manual(parser, &about, kManualPage)
+///     TOOL varooption=manual markdown     manual(parser, &about, kManualMarkdown)
+///     TOOL varooption=json                describeJson(parser)
+inline std::optional<int> answerShell(Parser const& parser, Manual const& about, int argc,
+                                      char const* const* argv, ValueSource* source = nullptr) {
+    char const* const document = internal::askedDocument(parser.interface(), about, argc, argv);
+    return document != nullptr ? internal::printAnswer(document)
+                               : answerShell(parser, argc, argv, source);
 }
 
 }  // namespace varo_3_3

@@ -1,9 +1,5 @@
 #pragma once
 
-#include <cstdio>
-#include <cstring>
-#include <optional>
-
 #include "mosaic2/variant.h"
 #include "varo/export.h"
 #include "varo/parser.h"
@@ -115,6 +111,8 @@ VARO_EXPORT char const* describeJson(IParser* parser);
 ///     about.name = "dirstat";
 ///     about.summary = "sum up the files of a directory";
 ///     about.date = "2026-11-21";
+///
+/// answerShell in varo/completion.h takes it, so that who packs the program gets its documents.
 struct Manual {
     int size = sizeof(Manual);          ///< lets the library know which members are there
     int section = 1;                    ///< of the manual, 1 to 9
@@ -159,46 +157,6 @@ struct HelpLayout {
 /// is the same as a default one. The text lives as long as the parser; "" when there is nothing to
 /// show, or memory runs out.
 VARO_EXPORT char const* helpText(IParser* parser, HelpLayout const* layout);
-
-/// Answers "TOOL varooption=manual man" and "TOOL varooption=manual markdown", by which packages
-/// get the manual, on standard output:
-///
-///     if (auto status = varo::answerManual(parser, &about, argc, argv)) {
-///         return *status;
-///     }
-///
-/// Returns nothing when the command line asks for no manual; else the exit status: 0, or 2 without
-/// output when the form is unknown, there is no manual, or it could not be written.
-inline std::optional<int> answerManual(IParser* parser, Manual const* about, int argc,
-                                       char const* const* argv) {
-    if (argc < 2 || std::strcmp(argv[1], "varooption=manual") != 0) {
-        return std::nullopt;
-    }
-    char const* const name = argc == 3 ? argv[2] : "";
-    int const form = std::strcmp(name, "man") == 0        ? static_cast<int>(kManualPage)
-                     : std::strcmp(name, "markdown") == 0 ? static_cast<int>(kManualMarkdown)
-                                                          : -1;
-    char const* const text = manual(parser, about, form);
-    bool const isWritten = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
-    return *text != '\0' && isWritten ? 0 : 2;
-}
-
-/// Answers "TOOL varooption=json", by which a build gets the description, on standard output:
-///
-///     if (auto status = varo::answerJson(parser, argc, argv)) {
-///         return *status;
-///     }
-///
-/// Returns nothing when the command line does not ask for it; else the exit status: 0, or 2 when
-/// there is no description or it could not be written.
-inline std::optional<int> answerJson(IParser* parser, int argc, char const* const* argv) {
-    if (argc != 2 || std::strcmp(argv[1], "varooption=json") != 0) {
-        return std::nullopt;
-    }
-    char const* const text = describeJson(parser);
-    bool const isWritten = std::fputs(text, stdout) >= 0 && std::fflush(stdout) == 0;
-    return *text != '\0' && isWritten ? 0 : 2;
-}
 
 /// The forms of toOptionFile.
 enum ReplayForm : int {

@@ -58,8 +58,8 @@ inline std::string warningText(Parser const& parser, char const* name) {
 ///         varo::Result const result = varo::parseOrExit(parser, about, argc, argv);
 ///         ...
 ///
-/// - a shell that asks for completions is answered, as answerShell does with `values`, and
-///   "varooption=manual", as answerManual does;
+/// - who asks for completions or for the program's documents is answered, as answerShell does with
+///   `about` and `values`;
 /// - "help", where an option or action of this name is declared and asked for, ends the program
 /// with
 ///   the status that `showHelp(result)` returns, and "version" prints the name and version; status
@@ -71,10 +71,7 @@ template <class ShowHelp>
 Result parseOrExit(Parser const& parser, Manual const& about, int argc, char const* const* argv,
                    ShowHelp showHelp, ValueSource* values = nullptr) {
     char const* const name = about.name != nullptr ? about.name : "";
-    if (auto const status = answerShell(parser, argc, argv, values)) {
-        std::exit(*status);
-    }
-    if (auto const status = answerManual(parser.interface(), &about, argc, argv)) {
+    if (auto const status = answerShell(parser, about, argc, argv, values)) {
         std::exit(*status);
     }
     Result result = parser.createResult();

@@ -145,6 +145,12 @@ void addOwnRows() {
     add("help", "baseline", {20, 1000}, baselineHelp);
     add("declarations", "varo", {1000, 10'000, 100'000},
         [](long n) { return wholeWork(make<Varo>, manyOptions(n, 10, false)); });
+    Sizes const documents = {100, 1000, 10'000};
+    add("next", "varo", documents, declarationsWork);
+    add("manual", "varo", documents, manualWork);
+    add("terminal-help", "varo", documents, terminalHelpWork);
+    add("json", "varo", documents, jsonWork);
+    add("replay", "varo", {1000, 10'000, 100'000}, replayWork);
     add("actions", "varo", {10, 100, 1000}, actionsWork);
     add("description", "varo", {100'000, 1'000'000, 10'000'000}, longDescriptionWork);
     add("ambiguous", "varo", {200, 2000, 20'000}, ambiguousWork);

@@ -1,5 +1,7 @@
 #include "varo_work.h"
 
+#include "varo/documents.h"
+
 namespace bench {
 
 using namespace varo_3_3;
@@ -122,6 +124,12 @@ std::string join(std::vector<std::string> const& names) {
     return list;
 }
 
+/// A document of `count` options, which `write` writes.
+Work documentWork(long count, char const* (*write)(IParser*)) {
+    auto const varo = std::make_shared<Varo>(*manyOptions(count, 0, false));
+    return [varo, write] { require(*write(varo->parser()) != '\0', "there is no document"); };
+}
+
 void deprecate(IParser* parser, long count) {
     IOption* const option = parser->option("option", "A text", mosaic2::vtString, "");
     for (std::string const& value : numbered("old", count)) {
@@ -178,6 +186,46 @@ Work lastValueWork(long count) {
 Work helpWork(WorkloadPointer const& workload) {
     auto const varo = std::make_shared<Varo>(*workload);
     return [varo] { varo->help(); };
+}
+
+Work declarationsWork(long count) {
+    return documentWork(count, [](IParser* parser) {
+        char const* name = "";
+        varo_3_3::Declaration const* declaration = nullptr;
+        while ((declaration = nextDeclaration(parser, declaration)) != nullptr) {
+            name = declaration->names[0];
+        }
+        return name;
+    });
+}
+
+Work manualWork(long count) {
+    return documentWork(count, [](IParser* parser) {
+        Manual about;
+        about.name = "bench";
+        about.summary = "measure";
+        about.date = "2026-11-21";
+        return manual(parser, &about, kManualPage);
+    });
+}
+
+Work terminalHelpWork(long count) {
+    return documentWork(count, [](IParser* parser) {
+        HelpLayout layout;
+        layout.columns = 80;
+        return helpText(parser, &layout);
+    });
+}
+
+Work jsonWork(long count) {
+    return documentWork(count, describeJson);
+}
+
+Work replayWork(long count) {
+    std::shared_ptr<Pair> const pair = parsedOccurrences(count);
+    return [pair] {
+        require(*toOptionFile(pair->parser, pair->result) != '\0', "there is no option file");
+    };
 }
 
 Work longDescriptionWork(long size) {

@@ -14,6 +14,7 @@ public:
 
     void parse(Workload const& workload, Answer& answer) override;
     char const* help() { return m_parser->getDescription(false); }
+    varo_3_3::IParser* parser() { return m_parser; }
 
 private:
     varo_3_3::IParser* m_parser = nullptr;
@@ -30,6 +31,15 @@ Work helpWork(WorkloadPointer const& workload);
 
 /// The help for one option with a description of `size` bytes.
 Work longDescriptionWork(long size);
+
+// What is written of `count` options; the first is the walk that the others begin with.
+Work declarationsWork(long count);
+Work manualWork(long count);
+Work terminalHelpWork(long count);
+Work jsonWork(long count);
+
+/// The option file of `count` occurrences.
+Work replayWork(long count);
 
 /// Declares `count` actions, each with a modifier of the one name "level", and parses such a pair.
 Work actionsWork(long count);

@@ -92,8 +92,8 @@ public:
     }
 
     /// The values of an option, given by name or handle, in a range of positions (both ends as in
-    /// IParseResult::next), each with what was typed and where. Defaults are left out, and so are,
-    /// for the handle of an option that takes a value, occurrences with an empty text instead.
+    /// IParseResult::next), each with what was typed and where. Defaults are left out; with the
+    /// handle of an option that takes a value, so are occurrences with an empty text.
     template <class Option>
     std::vector<Value> values(Option const& option, int from = kFirstPosition,
                               int to = kNoPosition) const {

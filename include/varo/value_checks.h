@@ -21,7 +21,7 @@ public:
 
     virtual ~ValueChecks() = default;
 
-    /// Checks values from now on: those of the type `tag` of `name`, a primary name. Null ends
+    /// From now on checks the values of `name`, a primary name, that have the type `tag`. Null ends
     /// that.
     virtual void set(char const* name, mosaic2::das_variant_type_t tag, Check check) = 0;
 

@@ -149,8 +149,8 @@ std::optional<Type> read(mosaic2::variant_t const& value) {
     return read<Type>(value, reason);
 }
 
-/// The double that is written with the fewest digits among those that become `number` as float: 0.1
-/// for 0.1F, as it is typed and shown.
+/// Of the doubles that become `number` as float, one with the fewest digits: 0.1 for 0.1F, as it is
+/// typed and shown.
 inline double shortestDouble(float number) {
     for (int digits = std::numeric_limits<float>::digits10;
          digits < std::numeric_limits<float>::max_digits10; ++digits) {
@@ -226,8 +226,8 @@ mosaic2::variant_t write(Given const& value) {
     }
 }
 
-/// What an option of type Type answers with for the default `value`, which was written as
-/// `written`: what reading that gives; 0 for a number that Type cannot hold.
+/// What an option of type Type returns for the default `value`, which was written as `written`:
+/// what is read back from that, or 0 for a number that Type cannot hold.
 template <class Type, class Given>
 std::optional<Type> readWritten(mosaic2::variant_t const& written, Given const& value) {
     std::optional<Type> number = read<Type>(written);

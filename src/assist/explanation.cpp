@@ -42,29 +42,32 @@ void appendOption(std::string& line, WalkedWord const& word, bool isValueNext) {
     }
 }
 
-/// Tells what a word that is not wrong is.
-void appendMeaning(std::string& line, WalkedWord const& word, bool isValueNext) {
-    std::string_view const name =
-        word.option != nullptr ? word.option->firstName() : std::string_view();
+/// Tells what a word is that is neither wrong nor an option.
+void appendMeaning(std::string& line, WalkedWord const& word) {
+    std::string_view name = word.option != nullptr ? word.option->firstName() : "";
+    char const* before = "is unknown and dropped";
+    char const* after = name.empty() ? "" : "'";
     switch (word.kind) {
-        case WalkedWord::kOption:
-            return appendOption(line, word, isValueNext);
         case WalkedWord::kValue:
-            return append(line, {"is the value of '", name, "'"});
+            before = "is the value of '";
+            break;
         case WalkedWord::kPositional:
-            return append(line,
-                          {"is a positional value of '", name, "'",
-                           looksLikeOption(word.text) ? ", although it looks like an option" : ""});
-        case WalkedWord::kEndMarker:
-            return append(line, {"ends the options"});
+            before = "is a positional value of '";
+            after = looksLikeOption(word.text) ? "', although it looks like an option" : "'";
+            break;
         case WalkedWord::kPlain:
-            return append(line, {"is a plain argument", name.empty() ? "" : " and a value of '",
-                                 name, name.empty() ? "" : "'"});
+            before = name.empty() ? "is a plain argument" : "is a plain argument and a value of '";
+            break;
+        case WalkedWord::kEndMarker:
+            before = "ends the options";
+            break;
         case WalkedWord::kTraceSwitch:
-            return append(line, {"switches the trace on"});
+            before = "switches the trace on";
+            break;
         default:
-            return append(line, {"is unknown and dropped"});
+            break;
     }
+    append(line, {before, name, after});
 }
 
 /// Writes the line about a word. A message has lines of its own where a value has line feeds.
@@ -82,8 +85,12 @@ void writeLine(std::string& line, Walk const& walk, std::size_t at) {
     line += ": ";
     appendQuoted(line, word.text);
     line += word.isWrong ? " is wrong" : " ";
-    if (!word.isWrong) {
-        appendMeaning(line, word, isValueNext);
+    if (word.isWrong) {
+        // The message says why.
+    } else if (word.kind == WalkedWord::kOption) {
+        appendOption(line, word, isValueNext);
+    } else {
+        appendMeaning(line, word);
     }
     if (!word.message.empty()) {
         append(line, {word.isWrong ? ": " : ". ", word.message.substr(0, 1000)});

@@ -207,11 +207,8 @@ private:
     }
 
     bool canBeGiven(OptionDescription const& action) {
-        std::string word;
         for (std::string_view const name : action.m_names) {
-            word = "--";
-            word += name;
-            if (m_trial.takesName(action, word)) {
+            if (m_trial.takesName(action, join({"--", name}))) {
                 return true;
             }
         }
@@ -229,14 +226,14 @@ private:
 /// Finds what may stand at the cursor.
 class Lister final : public ValueOffers {
 public:
-    /// `positionalFitting` says what fits a positional value, which may take the rest along.
+    /// `positionalFits` says whether a positional value does, which may take the rest along.
     Lister(BasicParser& parser, std::string_view typed, Trial& trial, Fitting& fitting,
-           Fitting& positionalFitting, ValueSource* source, Garbage& texts)
+           bool positionalFits, ValueSource* source, Garbage& texts)
         : m_parser(parser),
           m_typed(typed),
           m_trial(trial),
           m_fitting(fitting),
-          m_positionalFitting(positionalFitting),
+          m_positionalFits(positionalFits),
           m_source(source),
           m_texts(texts) {}
 
@@ -298,36 +295,32 @@ private:
             if (record->isAction() != areActions) {
                 continue;
             }
-            bool isPrimary = true;
             m_recordStart = m_offers.words.size();
-            for (std::string_view const name : record->m_names) {
-                if (isPrimary || name.size() > 1 || !m_typedName.empty()) {
-                    offerName(*record, "", name);
+            NameList const& names = record->m_names;
+            for (std::size_t at = 0; at < names.size(); ++at) {
+                bool const isOffered = at == 0 || names[at].size() > 1;
+                if (isOffered || !m_typedName.empty()) {
+                    offerName(*record, names[at]);
                 }
-                if (record->m_type == mosaic2::vtBool && (isPrimary || name.size() > 1)) {
-                    offerName(*record, "no-", name);
+                if (isOffered && record->m_type == mosaic2::vtBool) {
+                    offerName(*record, names.negation(at));
                 }
-                isPrimary = false;
             }
         }
     }
 
-    /// Offers prefix + name, unless something else was typed.
-    void offerName(OptionDescription const& option, std::string_view prefix,
-                   std::string_view name) {
-        std::string_view const typedPrefix = m_typedName.substr(0, prefix.size());
-        bool const isTyped = prefix.starts_with(typedPrefix) &&
-                             name.starts_with(m_typedName.substr(typedPrefix.size()));
+    void offerName(OptionDescription const& option, std::string_view name) {
         bool const isFinished = !hasValues(option);
-        if (!isTyped || option.m_isPositional || (isFinished && m_fitting.isGiven(option))) {
+        if (!name.starts_with(m_typedName) || option.m_isPositional ||
+            (isFinished && m_fitting.isGiven(option))) {
             return;
         }
         OptionDescription const* const fitting = m_fitting.fit(option);
         if (fitting == nullptr || isHidden(*fitting)) {
             return;
         }
-        m_word = dashesFor(prefix.size() + name.size());
-        append(m_word, {prefix, name});
+        m_word = dashesFor(name.size());
+        m_word += name;
         if (m_trial.takesName(option, m_word)) {
             m_word += isFinished ? "" : "=";
             if (!isOffered(m_word)) {
@@ -356,13 +349,9 @@ private:
     }
 
     void offerPositional(bool isLikely) {
-        std::uint32_t const number = m_parser.registry().firstPositional();
-        if (number != NameIndex::kNone) {
-            OptionDescription const& option = *m_parser.registry().records()[number];
-            bool const spoilsLine = m_positionalFitting.isWrong() && !m_fitting.isWrong();
-            if (!spoilsLine && m_positionalFitting.fit(option) != nullptr) {
-                offerValues(option, 0, isLikely);
-            }
+        if (m_positionalFits) {
+            RegisteredOptionStorage const& registry = m_parser.registry();
+            offerValues(*registry.records()[registry.firstPositional()], 0, isLikely);
         }
     }
 
@@ -405,7 +394,7 @@ private:
         m_word = m_typed.substr(0, m_pieceStart);
         m_word += text;
         if (m_trial.takesValue(m_place, m_optionWord, m_word.c_str(), text, wanted) &&
-            m_values.insert(m_word).second) {
+            m_values.insert(std::string(m_word)).second) {
             add(description != nullptr ? m_texts.keep(description) : "", true);
         }
     }
@@ -426,7 +415,7 @@ private:
     std::string_view m_typed;
     Trial& m_trial;
     Fitting& m_fitting;
-    Fitting& m_positionalFitting;
+    bool m_positionalFits;
     ValueSource* m_source;
     Garbage& m_texts;
     Offers m_offers;
@@ -434,17 +423,38 @@ private:
     Place m_place = Place::kAnything;
     char const* m_optionWord = nullptr;
     char const* m_group = nullptr;
-    std::string m_word;              // that may be offered
-    std::string_view m_typedName;    // without its dashes
-    std::size_t m_recordStart = 0;   // where the offers of the present declaration begin
-    std::size_t m_pieceStart = 0;    // of the value being typed
-    bool m_isAnswered = false;       // the source has said something, or is not asked
-    std::set<std::string> m_values;  // that were offered
+    std::string m_word;             // that may be offered
+    std::string_view m_typedName;   // without its dashes
+    std::size_t m_recordStart = 0;  // where the offers of the present declaration begin
+    std::size_t m_pieceStart = 0;   // of the value being typed
+    bool m_isAnswered = false;      // the source has said something, or is not asked
+    std::set<std::string, std::less<>> m_values;  // that were offered
 };
 
 void walkOver(Walk& walk, std::vector<char const*> const& words) {
     ArgumentVector source(words.data(), words.size());
     walk.take(source);
+}
+
+/// Whether a value of the positional option fits at the cursor. `fitting` is of the line as it is;
+/// with `takesRest`, the words after such a value are values too.
+bool positionalFits(BasicParser& parser, ShellLine const& line, bool takesRest, Fitting& fitting,
+                    Trial& trial) {
+    RegisteredOptionStorage const& registry = parser.registry();
+    if (registry.firstPositional() == NameIndex::kNone) {
+        return false;
+    }
+    OptionDescription const& option = *registry.records()[registry.firstPositional()];
+    if (!takesRest) {
+        return fitting.fit(option) != nullptr;
+    }
+    Walk taken(parser);
+    walkOver(taken, line.before);
+    taken.goOn(Walk::Mode::kPositional);
+    walkOver(taken, line.after);
+    Fitting withValue(parser, taken, nullptr, trial);
+    bool const spoilsLine = withValue.isWrong() && !fitting.isWrong();
+    return !spoilsLine && withValue.fit(option) != nullptr;
 }
 
 }  // namespace
@@ -459,18 +469,10 @@ Offers listOffers(BasicParser& parser, ShellLine const& line, ValueSource* sourc
     walkOver(walk, line.after);
     WalkedWord const* const lacking = lacksValue ? &walk.words()[count - 1] : nullptr;
     Fitting fitting(parser, walk, lacking, trial);
-    if ((parser.flags() & kTakeTheRest) == 0 || line.after.empty() ||
-        mode != Walk::Mode::kAnything) {
-        return Lister(parser, line.typed, trial, fitting, fitting, source, texts)
-            .list(mode, lacking);
-    }
-    Walk taken(parser);
-    walkOver(taken, line.before);
-    taken.goOn(Walk::Mode::kPositional);
-    walkOver(taken, line.after);
-    Fitting positionalFitting(parser, taken, nullptr, trial);
-    return Lister(parser, line.typed, trial, fitting, positionalFitting, source, texts)
-        .list(mode, lacking);
+    bool const takesRest = (parser.flags() & kTakeTheRest) != 0 && !line.after.empty() &&
+                           mode == Walk::Mode::kAnything;
+    bool const fits = positionalFits(parser, line, takesRest, fitting, trial);
+    return Lister(parser, line.typed, trial, fitting, fits, source, texts).list(mode, lacking);
 }
 
 }  // namespace varo_3_3::internal

@@ -33,14 +33,13 @@ public:
     void clear() { m_size = 0; }
 
     /// Does nothing when it is full or has this one already.
-    void add(std::string_view prefix, std::string_view name) {
+    void add(std::string_view name) {
         for (std::size_t at = 0; at < m_size; ++at) {
-            if (m_prefixes[at] == prefix && m_names[at] == name) {
+            if (m_names[at] == name) {
                 return;
             }
         }
         if (!isFull()) {
-            m_prefixes[m_size] = prefix;
             m_names[m_size++] = name;
         }
     }
@@ -51,19 +50,15 @@ public:
                   std::string_view lead = {}, std::string_view tail = {}) const {
         for (std::size_t at = 0; at < m_size; ++at) {
             bool const isLast = at + 1 == m_size;
-            internal::append(text,
-                             {at == 0  ? before
-                              : isLast ? "' or '"
-                                       : "', '",
-                              lead.data() != nullptr ? lead : dashesOf(m_names[at]), m_prefixes[at],
-                              m_names[at], tail, isLast ? after : std::string_view()});
+            internal::append(text, {at == 0  ? before
+                                    : isLast ? "' or '"
+                                             : "', '",
+                                    lead.data() != nullptr ? lead : dashesOf(m_names[at]),
+                                    m_names[at], tail, isLast ? after : std::string_view()});
         }
     }
 
-    std::string_view firstName() const { return m_names[0]; }
-
 private:
-    std::string_view m_prefixes[kMostListed];
     std::string_view m_names[kMostListed];
     std::size_t m_size = 0;
 };
@@ -75,18 +70,21 @@ struct Nearest {
         return offered < rank || (offered == rank && rank != Typo::kFar && !spellings.isFull());
     }
 
-    void offer(unsigned offered, std::string_view prefix, std::string_view name,
-               OptionDescription const& record) {
+    /// Requires: it is wanted. `declared` is the name that `spelling` means.
+    void offer(unsigned offered, std::string_view spelling, std::string_view declared,
+               OptionDescription const* record) {
         if (offered < rank) {
             rank = offered;
             spellings.clear();
-            option = &record;
+            name = declared;
+            option = record;
         }
-        spellings.add(prefix, name);
+        spellings.add(spelling);
     }
 
     unsigned rank = Typo::kFar;
-    OptionDescription const* option = nullptr;  // of the first name
+    OptionDescription const* option = nullptr;  // of the first spelling
+    std::string_view name;                      // ... and what it means
     Spellings spellings;
 };
 
@@ -158,7 +156,7 @@ private:
         for (auto const& record : m_records) {
             if (record->isAction() && !record->isHidden() &&
                 isIntersected(record->m_tags, option.m_tags)) {
-                owners.add({}, record->firstName());
+                owners.add(record->firstName());
             }
         }
         if (!owners.isEmpty() && !option.isHidden() && !action.isHidden()) {
@@ -185,25 +183,27 @@ private:
             if (record->isHidden() || (!hasDashes && !record->isAction())) {
                 continue;
             }
-            for (std::string_view const declared : record->m_names) {
-                for (std::string_view prefix = "";; prefix = "no-") {
-                    unsigned const rank = typo.rank(prefix, declared);
-                    if (fitting.wants(rank)) {
-                        Nearest& nearest = fits(*record, action) ? fitting : others;
-                        if (nearest.wants(rank)) {
-                            nearest.offer(rank, prefix, declared, *record);
-                        }
-                    }
-                    if (record->m_type != mosaic2::vtBool || !prefix.empty()) {
-                        break;
-                    }
+            NameList const& names = record->m_names;
+            std::size_t const forms = record->m_type == mosaic2::vtBool ? 2 : 1;
+            for (std::size_t at = 0; at < names.size() * forms; ++at) {
+                std::string_view const declared = names[at / forms];
+                bool const isNegation = at % forms != 0;
+                std::string_view const spelling =
+                    isNegation ? names.negation(at / forms) : declared;
+                unsigned const rank = typo.rank(spelling);
+                if (!fitting.wants(rank)) {
+                    continue;
+                }
+                Nearest& nearest = fits(*record, action) ? fitting : others;
+                if (nearest.wants(rank)) {
+                    nearest.offer(rank, spelling, declared, record.get());
                 }
             }
         }
         bool const isElsewhere = Typo::editsOf(others.rank) < Typo::editsOf(fitting.rank);
         Nearest const& nearest = isElsewhere ? others : fitting;
         if (isElsewhere && !others.option->isAction()) {
-            return belongs(*others.option, others.spellings.firstName(), *action);
+            return belongs(*others.option, others.name, *action);
         }
         constexpr std::size_t kMostBytes = 100;  // of a value that is repeated
         auto const before = static_cast<std::size_t>(name.data() - word.data());
@@ -231,12 +231,14 @@ private:
         Typo const typo(piece);
         Nearest nearest;
         for (mosaic2::variant_t const& allowed : option.m_allowedValues) {
-            if (allowed.can_get<char const*>()) {
-                char const* const text = allowed.get<char const*>();
-                unsigned const rank = text != nullptr ? typo.rank({}, text) : Typo::kFar;
-                if (nearest.wants(rank)) {
-                    nearest.offer(rank, {}, text, option);
-                }
+            char const* const text =
+                allowed.can_get<char const*>() ? allowed.get<char const*>() : nullptr;
+            if (text == nullptr) {
+                continue;
+            }
+            unsigned const rank = typo.rank(text);
+            if (nearest.wants(rank)) {
+                nearest.offer(rank, text, text, &option);
             }
         }
         nearest.spellings.appendTo(m_text, kDidYouMean, "'?", "");
@@ -307,7 +309,7 @@ private:
             if (record->isAction() && !record->isHidden() && ++tried <= kMostTried &&
                 judge(record.get(), false).kind == ActionVerdict::kFits) {
                 isMore = fitting.isFull();
-                fitting.add({}, record->firstName());
+                fitting.add(record->firstName());
             }
         }
         fitting.appendTo(m_text, isMore ? "Add an action, such as '" : "Add '", "'.");

@@ -34,22 +34,21 @@ Typo::Typo(std::string_view word)
     }
 }
 
-unsigned Typo::rank(std::string_view prefix, std::string_view name) const {
-    std::size_t const size = prefix.size() + name.size();
-    if (m_size == 0 || size < 2 || size + m_mostEdits < m_size) {
+unsigned Typo::rank(std::string_view name) const {
+    if (m_size == 0 || name.size() < 2 || name.size() + m_mostEdits < m_size) {
         return kFar;
     }
-    auto const [whole, beginning] = count(prefix, name);
+    auto const [whole, beginning] = count(name);
     unsigned const far = kSteps * (m_mostEdits + 1);
     unsigned best = whole <= m_mostEdits ? kSteps * whole : far;
     // Of equally many edits those against the whole name weigh more, and those after its first
     // byte.
     best = beginning <= m_mostOfBeginning ? std::min(best, kSteps * beginning + 2) : best;
-    bool const isFirstRight = m_first == lower(prefix.empty() ? name.front() : prefix.front());
+    bool const isFirstRight = m_first == lower(name.front());
     return best == far ? kFar : best + (isFirstRight ? 0 : 1);
 }
 
-Typo::Edits Typo::count(std::string_view prefix, std::string_view name) const {
+Typo::Edits Typo::count(std::string_view name) const {
     std::uint64_t const last = std::uint64_t{1} << (m_size - 1);
     std::uint64_t down = ~std::uint64_t{0};  // where a row has one edit more than the row above
     std::uint64_t up = 0;                    // ... and one less
@@ -58,16 +57,14 @@ Typo::Edits Typo::count(std::string_view prefix, std::string_view name) const {
     auto edits = static_cast<unsigned>(m_size);
     Edits found = {kFar, edits};
     // More bytes of the name make more edits only.
-    std::size_t const size = prefix.size() + name.size();
-    std::size_t const read = std::min(size, m_size + m_mostEdits);
+    std::size_t const read = std::min(name.size(), m_size + m_mostEdits);
     for (std::size_t at = 0; at < read; ++at) {
         // One byte makes one edit less at best: most names are given up half way through.
         if (edits > m_mostEdits + (read - at) && found.beginning > m_mostOfBeginning) {
             return {kFar, kFar};
         }
-        char const byte = at < prefix.size() ? prefix[at] : name[at - prefix.size()];
         std::uint64_t const before = places;
-        places = m_places[static_cast<unsigned char>(byte)];
+        places = m_places[static_cast<unsigned char>(name[at])];
         std::uint64_t const exchanged = ((~diagonal & places) << 1) & before;
         diagonal = (((places & down) + down) ^ down) | places | up | exchanged;
         std::uint64_t right = up | ~(diagonal | down);
@@ -80,7 +77,7 @@ Typo::Edits Typo::count(std::string_view prefix, std::string_view name) const {
         down = left | ~(diagonal | right);
         up = right & diagonal;
     }
-    found.whole = read == size ? edits : kFar;
+    found.whole = read == name.size() ? edits : kFar;
     return found;
 }
 

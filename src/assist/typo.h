@@ -21,11 +21,11 @@ public:
 
     static constexpr unsigned kFar = ~0U;
 
-    /// How near prefix + name is: the lower the nearer, kFar when more edits are between than a
+    /// How near a name is: the lower the nearer, kFar when more edits are between than a
     /// slip explains: one up to 4 bytes, two up to 8, three above, none for a single byte. For an
     /// abbreviation one less, as there are many more beginnings than names. Takes time in the
     /// length of the word, not of the name.
-    unsigned rank(std::string_view prefix, std::string_view name) const;
+    unsigned rank(std::string_view name) const;
 
     static unsigned editsOf(unsigned rank) { return rank / kSteps; }
 
@@ -36,7 +36,7 @@ private:
         unsigned whole;
         unsigned beginning;
     };
-    Edits count(std::string_view prefix, std::string_view name) const;
+    Edits count(std::string_view name) const;
 
     std::array<std::uint64_t, 256> m_places{};  // of each byte in the word
     std::size_t m_size;

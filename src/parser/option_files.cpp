@@ -4,7 +4,6 @@
 
 #include "parser/basic_parser.h"
 #include "platform/join.h"
-#include "platform/reserve_more.h"
 
 namespace varo_3_3 {
 
@@ -56,31 +55,33 @@ void OptionFiles::readFrom(ArgumentList const& args, ArgumentSource const& sourc
 }
 
 void OptionFiles::store(OptionDescription const& option, OptionData const& data) {
-    if (!namesFiles(option)) {
-        m_result.store(option, data);
-        return;
+    if (namesFiles(option)) {
+        note(data);  // if it cannot be stored, the parse ends, and no file is read
     }
-    std::vector<File> named;
-    bool isAtEnd = m_isAtEnd;
-    for (std::size_t at = 0; !isAtEnd && at < data.m_values.size(); ++at) {
-        char const* const name = data.m_values[at].as<char const*>();
-        isAtEnd = name == nullptr;
-        if (name != nullptr) {
-            named.push_back({name, m_current, m_args->numberOf(0)});
+    m_result.store(option, data);
+}
+
+void OptionFiles::note(OptionData const& data) {
+    for (Value const& value : data.m_values) {
+        char const* const name = value.as<char const*>();
+        m_isAtEnd = m_isAtEnd || name == nullptr;
+        if (!m_isAtEnd) {
+            addFile(name, m_args->numberOf(0));
         }
     }
-    internal::reserveMore(m_files, named.size());
-    m_result.store(option, data);
     m_isGiven = true;
-    m_isAtEnd = isAtEnd;
-    std::move(named.begin(), named.end(), std::back_inserter(m_files));
 }
 
 void OptionFiles::noteDefault() {
     char const* const name = m_result.defaultOf(kOptionFileName).as<char const*>();
     if (!m_isGiven && name != nullptr) {
-        m_files.push_back({name, kCommandLine, 0});
+        addFile(name, 0);
     }
+}
+
+/// Adds a file that is named in the current one.
+void OptionFiles::addFile(char const* name, std::size_t number) {
+    m_files.push_back({m_texts.emplace_front(name), m_current, number});
 }
 
 bool OptionFiles::loadNext(std::string_view& content, std::string& error) {
@@ -88,7 +89,7 @@ bool OptionFiles::loadNext(std::string_view& content, std::string& error) {
     std::string& text = m_texts.emplace_front();
     m_current = m_next++;
     File& wanted = m_files[m_current];
-    wanted.identity = BRIX::file_t::identify(wanted.name.c_str());
+    wanted.identity = BRIX::file_t::identify(wanted.name.data());
     if (isInsideItself(m_current)) {
         error = internal::join({"Option file '", wanted.name, "' includes itself"});
         return false;
@@ -107,7 +108,7 @@ bool OptionFiles::loadNext(std::string_view& content, std::string& error) {
 }
 
 bool OptionFiles::load(File& wanted, std::string& text) const {
-    BRIX::file_t const file(wanted.name.c_str());
+    BRIX::file_t const file(wanted.name.data());
     wanted.identity = file.identity();
     return file && file.load_file(text, m_bytesLeft) && text.find('\0') == std::string::npos;
 }
@@ -135,7 +136,7 @@ Origin OptionFiles::originOf(std::size_t file, std::size_t number) const {
 
 Origin OptionFiles::placeOf(std::size_t file, std::size_t number) const {
     bool const isInFile = file != kCommandLine;
-    return {isInFile, isInFile ? m_files[file].name : std::string(m_label), number, {}};
+    return {isInFile, std::string(isInFile ? m_files[file].name : m_label), number, {}};
 }
 
 std::size_t OptionFiles::fileAt(int position) const {

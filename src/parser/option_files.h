@@ -101,14 +101,16 @@ private:
     static constexpr std::size_t kMostBytes = std::size_t{256} << 20;
 
     struct File {
-        std::string name;
-        std::size_t namedIn;  // number of a file, or kCommandLine
-        std::size_t number;   // of the line or argument there; 0 for a default
+        std::string_view name;  // ended by a zero
+        std::size_t namedIn;    // number of a file, or kCommandLine
+        std::size_t number;     // of the line or argument there; 0 for a default
         std::string_view content{};
         int firstPosition = kNoPosition;
         BRIX::file_t::identity_t identity{};
     };
 
+    void note(OptionData const& data);
+    void addFile(char const* name, std::size_t number);
     bool load(File& wanted, std::string& text) const;
     bool isInsideItself(std::size_t number) const;
 
@@ -116,7 +118,7 @@ private:
     ArgumentList const* m_args = nullptr;
     std::string_view m_label;  // what numbers on the command line belong to
     std::vector<File> m_files;
-    std::forward_list<std::string> m_texts;  // the last one in front
+    std::forward_list<std::string> m_texts;  // names and contents
     std::size_t m_next = 0;
     std::size_t m_current = kCommandLine;
     std::size_t m_bytesLeft = kMostBytes;

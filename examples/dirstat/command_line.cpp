@@ -101,6 +101,8 @@ struct Options {
             .defaultValue(10);
     varo::Option<std::string> const topic =
         parser.modifier<std::string>("topic", help, "Actions or modifiers to explain");
+    varo::Option<void> const words =
+        parser.modifier<void>("words", help, "Explain this command line, word by word");
 
     // An option without an action goes with all of them.
     varo::Option<bool> const verbose =
@@ -155,24 +157,21 @@ int showHelp(Options const& options, varo::Result const& result) {
             topics.push_back(action.name());
         }
     }
+    varo::HelpLayout layout;
+    layout.program = "dirstat";
     if (topics.empty()) {
-        std::printf(
-            "Usage: dirstat --ACTION [PATH ...] [--MODIFIER=VALUE ...]\n\nActions:\n%s\n"
-            "With every action:\n%s'dirstat --help --topic=NAME' explains more.\n",
-            parser.help(), parser.globalHelp());
+        varo::printHelp(parser, layout);
+        std::puts("\n'dirstat --help --topic=NAME' explains one of them.");
     }
     for (std::string const& topic : topics) {
         char const* const name = topic.c_str();
-        bool const isAction = parser->isOptionDeclared(name, true, nullptr);
-        if (!isAction && !parser->isOptionDeclared(name, false, nullptr)) {
+        if (!parser->isOptionDeclared(name, true, nullptr) &&
+            !parser->isOptionDeclared(name, false, nullptr)) {
             return wrongCommandLine("There is no topic '" + topic + "'.");
         }
-        bool const isHidden = parser->isOptionDeclared(name, false, "varo_hidden");
-        auto const sections = isHidden ? varo::Sections::kHidden : varo::Sections::kShown;
-        std::fputs(parser.topicHelp(name, sections), stdout);
-        if (isAction) {
-            std::fputs(parser.actionHelp(name), stdout);
-        }
+        layout.topic = name;
+        layout.hidden = parser->isOptionDeclared(name, false, "varo_hidden") ? 1 : 0;
+        varo::printHelp(parser, layout);
     }
     return 0;
 }
@@ -182,19 +181,25 @@ int showHelp(Options const& options, varo::Result const& result) {
 std::optional<int> readCommandLine(int argc, char const* const* argv, Request& request) {
     Notes notes;  // A handler must outlive its parser.
     varo::Parser parser(varo::kUnknownIsError | varo::kDashGuard | varo::kDoubleDashHelp);
-    varo::Result result = parser.createResult();
-    if (!parser || !result) {
+    if (!parser) {
         std::fputs("dirstat: Out of memory.\n", stderr);
         return 1;
     }
     Options const options(parser);
 
-    // A shell that completes a command line asks the program itself what may follow, the build what
-    // is in the manual, and varo-clidiff what the command line is.
+    // Answers a shell that completes a command line, the build, which wants the manual, and
+    // varo-clidiff; writes the help; and ends the program on a wrong command line, with what may
+    // have been meant.
+    parser->addHandler(&notes);
     Files files;
-    if (auto const status = varo::answerShell(parser, manual(), argc, argv, &files)) {
-        return status;
-    }
+    auto const help = [&](varo::Result const& result) {
+        if (varo::isAskedFor(parser.interface(), argc, argv, "words")) {
+            std::fputs(varo::explanation(parser.interface(), argc, argv), stdout);
+            return 0;
+        }
+        return showHelp(options, result);
+    };
+    varo::Result const result = varo::parseOrExit(parser, manual(), argc, argv, help, &files);
 
     // To the library an empty argument is an option without a value; here it is a script's slip.
     for (int index = 1; index < argc; ++index) {
@@ -202,25 +207,11 @@ std::optional<int> readCommandLine(int argc, char const* const* argv, Request& r
             return wrongCommandLine("Argument " + std::to_string(index) + " is empty.");
         }
     }
-
-    parser->addHandler(&notes);
-    int const code = parser.parse(argc, argv, result);
-
-    // After a failure the result still holds what came before it.
     if (result[options.verbose]) {
         char const* const again =
             varo::toOptionFile(parser.interface(), result.interface(), varo::kShellWords);
         std::fputs(notes.text().c_str(), stderr);
         std::fprintf(stderr, "again: dirstat %s\n", varo::printable(again).c_str());
-    }
-    if (code != varo::kSuccess) {
-        std::fputs(varo::failureText(parser, "dirstat").c_str(), stderr);
-        return 2;
-    }
-    std::fputs(varo::warningText(parser, "dirstat").c_str(), stderr);  // of deprecated values
-
-    if (result[options.help]) {
-        return showHelp(options, result);
     }
     if (result[options.expert]) {
         std::fputs(parser.help(varo::Sections::kHidden), stdout);

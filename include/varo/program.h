@@ -1,7 +1,10 @@
 #pragma once
 
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <string>
 #include <string_view>
 
@@ -46,6 +49,41 @@ inline std::string warningText(Parser const& parser, char const* name) {
     return text;
 }
 
+namespace internal {
+
+/// Whether standard output is a terminal whose user wants text in bold.
+inline bool isEmphasisWanted() {
+    char const* const terminal = std::getenv("TERM");
+    char const* const noColor = std::getenv("NO_COLOR");
+    return ::isatty(STDOUT_FILENO) != 0 && terminal != nullptr && *terminal != '\0' &&
+           std::strcmp(terminal, "dumb") != 0 && (noColor == nullptr || *noColor == '\0');
+}
+
+/// Whether every declaration of this name is there or not, or a switch: what has values is the
+/// program's own.
+inline bool isSwitch(Parser const& parser, std::string_view name) {
+    Declaration const* each = nullptr;
+    while ((each = nextDeclaration(parser.interface(), each)) != nullptr) {
+        bool const hasValues = each->type != mosaic2::vtNull && each->type != mosaic2::vtBool;
+        for (int at = 0; at < each->nameCount; ++at) {
+            if (hasValues && each->names[at] == name) {
+                return false;
+            }
+        }
+    }
+    return true;
+}
+
+}  // namespace internal
+
+/// Writes helpText() to standard output. On a terminal headings and names are in bold, unless the
+/// environment has NO_COLOR, no TERM, or TERM=dumb; in a file or a pipe all is plain, whatever
+/// `layout` says, and in 80 columns unless it says otherwise.
+inline void printHelp(Parser const& parser, HelpLayout layout) {
+    layout.emphasis = internal::isEmphasisWanted() ? 1 : 0;
+    std::fputs(helpText(parser.interface(), &layout), stdout);
+}
+
 /// Parses the arguments after argv[0] into a new result, or ends the program with std::exit:
 ///
 ///     int main(int argc, char** argv) {
@@ -61,9 +99,9 @@ inline std::string warningText(Parser const& parser, char const* name) {
 /// - who asks for completions or for the program's documents is answered, as answerShell does with
 ///   `about` and `values`;
 /// - "help", where an option or action of this name is declared and asked for, ends the program
-/// with
-///   the status that `showHelp(result)` returns, and "version" prints the name and version; status
-///   0. Both also beside any mistake, as isAskedFor has it; the result then holds what came before;
+///   with the status that `showHelp(result)` returns, and "version" prints the name and version;
+///   status 0. Both also beside any mistake, as isAskedFor has it; the result then holds what came
+///   before. Neither where the declaration takes a value;
 /// - a parse that fails prints failureText() on standard error; status 2. Without memory: status 1.
 ///
 /// Warnings go to standard error. Nothing else is printed.
@@ -80,11 +118,16 @@ Result parseOrExit(Parser const& parser, Manual const& about, int argc, char con
         std::exit(1);
     }
     int const code = parser.parse(argc, argv, result);
-    if (isAskedFor(parser.interface(), argc, argv, "help")) {
+    auto const isAsked = [&](char const* option) {
+        return isAskedFor(parser.interface(), argc, argv, option) &&
+               internal::isSwitch(parser, option);
+    };
+    if (isAsked("help")) {
         std::exit(showHelp(result));
     }
-    if (isAskedFor(parser.interface(), argc, argv, "version")) {
-        std::printf("%s %s\n", name, about.version != nullptr ? about.version : "");
+    if (isAsked("version")) {
+        std::string const version = about.version != nullptr ? about.version : "";
+        std::puts((printable(name) + " " + printable(version)).c_str());
         std::exit(0);
     }
     std::fputs((code == kSuccess ? warningText(parser, name) : failureText(parser, name)).c_str(),
@@ -95,11 +138,13 @@ Result parseOrExit(Parser const& parser, Manual const& about, int argc, char con
     return result;
 }
 
-/// The same with the library's help.
+/// The same with the help of printHelp().
 inline Result parseOrExit(Parser const& parser, Manual const& about, int argc,
                           char const* const* argv) {
     return parseOrExit(parser, about, argc, argv, [&](Result const& /*result*/) {
-        std::fputs(parser.help(), stdout);
+        HelpLayout layout;
+        layout.program = about.name;
+        printHelp(parser, layout);
         return 0;
     });
 }

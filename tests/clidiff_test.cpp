@@ -477,3 +477,39 @@ TEST(CommandLineDiff, SaysWhereAFileCannotBeUsed) {
         }
     }
 }
+
+TEST(CommandLineDiff, TheToolNamesTheFileAndTheByteInOneLine) {
+    varo_test::Directory const directory;
+    std::string const good = varo::describeJson(varo::Parser().interface());
+    std::string const newer = std::string(good).replace(good.find("1,"), 1, "2");
+    struct Case {
+        char const* name;
+        std::string text;  ///< "" for no file
+        std::string said;
+    };
+    Case const cases[] = {
+        {"missing", "", "byte 0: this file cannot be read"},
+        {"broken", good.substr(0, 20), "byte 20: this is no JSON"},
+        {"host\nile", std::string(1000000, '['), "byte 16: nested too deep"},
+        {"newer", newer,
+         "byte " + std::to_string(newer.find("2,")) +
+             ": this is version 2 of the schema; version 1 is known"},
+    };
+    std::string const old = directory.write("good", good);
+    for (Case const& row : cases) {
+        SCOPED_TRACE(row.name);
+        std::string path =
+            row.text.empty() ? directory.path(row.name) : directory.write(row.name, row.text);
+        std::string const command = VARO_CLIDIFF " " + old + " '" + path + "' 2> " +
+                                    directory.path("said") + " > " + directory.path("out");
+        int const status = std::system(command.c_str());
+        EXPECT_EQ(WEXITSTATUS(status), 2);
+        std::replace(path.begin(), path.end(), '\n', '?');
+        for (auto const& [file, text] :
+             {std::pair("said", "varo-clidiff: " + path + ": " + row.said + "\n"),
+              std::pair("out", std::string())}) {
+            std::ifstream stream(directory.path(file));
+            EXPECT_EQ(std::string((std::istreambuf_iterator<char>(stream)), {}), text);
+        }
+    }
+}

@@ -112,8 +112,88 @@ TEST(Declarations, OtherParsersAndWalksOfOthersHaveNone) {
     varo::Declaration const* const first = varo::nextDeclaration(parser.interface(), nullptr);
     EXPECT_EQ(varo::nextDeclaration(other.interface(), first), nullptr);
     EXPECT_EQ(varo::nextDeclaration(nullptr, first), nullptr);
-    EXPECT_EQ(varo::nextActionGroup(nullptr, nullptr), nullptr);
-    EXPECT_EQ(varo::creationFlags(nullptr), -1);
+}
+
+/// Another implementation of the interface, which nothing is asked of.
+class OtherParser final : public varo::IParser {
+    void destroy() override {}
+    int createResult(varo::IParseResult**) override { return 1; }
+    varo::IOption* option(char const*, char const*, das_variant_type_t, char const*) override {
+        return nullptr;
+    }
+    varo::IOption* action(char const*, char const*, das_variant_type_t, char const*) override {
+        return nullptr;
+    }
+    varo::IOption* modifier(char const*, char const*, char const*, das_variant_type_t,
+                            char const*) override {
+        return nullptr;
+    }
+    bool isOptionDeclared(char const*, bool, char const*) override { return true; }
+    int parseArgsVector(int, char const* const*, varo::IParseResult*) override { return 0; }
+    int parseStream(char const*, varo::IParseResult*) override { return 0; }
+    char const* getErrorDesc() override { return "other"; }
+    char const* getDescription(bool) override { return "other"; }
+    char const* getDescription(char const*, bool) override { return "other"; }
+    char const* getActionModifiersDescription(char const*, bool) override { return "other"; }
+    char const* getGlobalModifiersDescription(bool) override { return "other"; }
+    bool addHandler(varo::EventHandler*) override { return true; }
+    bool removeHandler(varo::EventHandler*) override { return true; }
+    bool addOptionFileOption(char const*, char const*) override { return true; }
+    int allowSimultaneousActions(std::set<std::string> const&) override { return 0; }
+    void setReplace(bool) override {}
+};
+
+/// All that is written of a parser.
+std::vector<std::string> documents(varo::IParser* parser, varo::IParseResult* result) {
+    varo::Manual about;
+    about.name = "tool";
+    about.summary = "summary";
+    about.date = "2026-11-21";
+    return {varo::toOptionFile(parser, result), varo::describeJson(parser),
+            varo::helpText(parser, nullptr), varo::manual(parser, &about, varo::kManualPage),
+            varo::manual(parser, &about, varo::kManualMarkdown)};
+}
+
+TEST(Documents, AreWholeHoweverMuchIsDeclared) {
+    for (auto const& [declarations, words] : {std::pair(100000, 1), std::pair(1, 2000000)}) {
+        varo::Parser const parser;
+        std::string description = "begin";
+        for (int word = 0; word < words; ++word) {
+            description += " word";
+        }
+        description += " end";
+        for (int number = 0; number < declarations; ++number) {
+            std::string const name = "name" + std::to_string(number);
+            parser->option(name.c_str(), description.c_str(), vtS32, "")->defaultValue(number);
+        }
+        varo::Result result = parser.createResult();
+        ASSERT_EQ(parse(parser, result, {}), varo::kSuccess);
+        std::string const last = "name" + std::to_string(declarations - 1);
+        for (std::string const& text : documents(parser.interface(), result.interface())) {
+            SCOPED_TRACE(text.substr(0, 100));
+            bool const isOptionFile = text.find("# What was given") == 0;
+            EXPECT_NE(text.find(last), text.npos);
+            EXPECT_EQ(text.back(), '\n');
+            for (char const* const piece : {"begin", "end"}) {
+                std::size_t count = 0;
+                for (auto at = text.find(piece); at != text.npos; at = text.find(piece, at + 1)) {
+                    ++count;
+                }
+                EXPECT_EQ(count, isOptionFile ? 0 : declarations) << piece;
+            }
+        }
+    }
+}
+
+TEST(Documents, OfOtherParsersAreEmpty) {
+    OtherParser other;
+    varo::Result const none;
+    for (varo::IParser* const parser : {static_cast<varo::IParser*>(&other), {}}) {
+        EXPECT_EQ(documents(parser, none.interface()), std::vector<std::string>(5));
+        EXPECT_EQ(varo::nextDeclaration(parser, nullptr), nullptr);
+        EXPECT_EQ(varo::nextActionGroup(parser, nullptr), nullptr);
+        EXPECT_EQ(varo::creationFlags(parser), -1);
+    }
 }
 
 }  // namespace

@@ -272,7 +272,8 @@ private:
         if (option.m_type != mosaic2::vtBool) {
             return aboutValue(option, value);
         }
-        mosaic2::variant_t const meant = fromString(value, mosaic2::vtBool);
+        mosaic2::variant_t meant;
+        fromString(value, mosaic2::vtBool, meant);
         if (meant.m_type != mosaic2::vtBool || option.isHidden()) {
             return;
         }

@@ -100,7 +100,7 @@ char const* OptionDescription::toString(Garbage* holder, mosaic2::variant_t cons
 bool OptionDescription::validate(std::string_view text, mosaic2::variant_t& value,
                                  std::string& message) const {
     message.clear();
-    value = fromString(text, m_type);
+    fromString(text, m_type, value);
     if (value.m_type == mosaic2::vtNull && hasConversion(m_type)) {
         return refuseText(text, message);
     }

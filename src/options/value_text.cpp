@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <limits>
 #include <utility>
 
 namespace varo_3_3 {
@@ -23,7 +24,7 @@ bool equalsIgnoringCase(std::string_view text, std::string_view lowerCase) {
 }
 
 /// The number without the white space around it and without a "+" that no other sign follows.
-std::string_view trimNumber(std::string_view text) {
+[[gnu::noinline]] std::string_view trimNumber(std::string_view text) {
     constexpr std::string_view kBlanks = " \t\n\v\f\r";
     text.remove_prefix(std::min(text.find_first_not_of(kBlanks), text.size()));
     text = text.substr(0, text.find_last_not_of(kBlanks) + 1);
@@ -32,20 +33,50 @@ std::string_view trimNumber(std::string_view text) {
     return text;
 }
 
-template <class Type>
-bool readWhole(std::string_view text, Type& value, int base = 10) {
-    char const* const end = text.data() + text.size();
-    auto const [stop, error] = std::from_chars(text.data(), end, value, base);
-    return error == std::errc() && stop == end;
+unsigned digitOf(char character) {
+    char const lower = toLower(character);
+    return isDigit(character)             ? static_cast<unsigned>(character - '0')
+           : lower >= 'a' && lower <= 'f' ? static_cast<unsigned>(lower - 'a') + 10
+                                          : 16;
 }
 
-template <class Type>
-bool readInteger(std::string_view text, mosaic2::variant_t& result) {
-    Type value = 0;
-    if (!readWhole(trimNumber(text), value)) {
+/// Reads a number without a sign. False unless it is the whole text and fits.
+bool readDigits(std::string_view digits, unsigned base, unsigned long long& value) {
+    value = 0;
+    for (char const character : digits) {
+        unsigned const digit = digitOf(character);
+        if (digit >= base || __builtin_mul_overflow(value, base, &value) ||
+            __builtin_add_overflow(value, digit, &value)) {
+            return false;
+        }
+    }
+    return !digits.empty();
+}
+
+/// Reads a decimal integer, which may be negative if `least` is. `bits` are those of the number.
+bool readDecimal(std::string_view text, long long least, unsigned long long most,
+                 unsigned long long& bits) {
+    bool const isNegative = least < 0 && text.starts_with('-');
+    unsigned long long magnitude = 0;
+    if (!readDigits(text.substr(isNegative ? 1 : 0), 10, magnitude) ||
+        magnitude > (isNegative ? 0 - static_cast<unsigned long long>(least) : most)) {
         return false;
     }
-    result = value;
+    bits = isNegative ? 0 - magnitude : magnitude;
+    return true;
+}
+
+/// Most numbers stand alone, and are read before anything is trimmed.
+template <class Type>
+bool readInteger(std::string_view text, mosaic2::variant_t& result) {
+    constexpr long long kLeast = static_cast<long long>(std::numeric_limits<Type>::min());
+    constexpr auto kMost = static_cast<unsigned long long>(std::numeric_limits<Type>::max());
+    unsigned long long bits = 0;
+    if (!readDecimal(text, kLeast, kMost, bits) &&
+        !readDecimal(trimNumber(text), kLeast, kMost, bits)) {
+        return false;
+    }
+    result = static_cast<Type>(bits);
     return true;
 }
 
@@ -110,7 +141,7 @@ bool OperationFromString::execute<unsigned long long>() {
     bool const isHexadecimal =
         hasPrefix || number.find_first_of("ABCDEFabcdef") != std::string_view::npos;
     unsigned long long value = 0;
-    if (!readWhole(number, value, isHexadecimal ? 16 : 10)) {
+    if (!readDigits(number, isHexadecimal ? 16 : 10, value)) {
         return false;
     }
     m_result = value;
@@ -256,10 +287,11 @@ bool hasConversion(mosaic2::das_variant_type_t type) {
     return dispatch(type, []<class Type>() {});
 }
 
-mosaic2::variant_t fromString(std::string_view text, mosaic2::das_variant_type_t type) {
-    OperationFromString operation{text, {}};
+void fromString(std::string_view text, mosaic2::das_variant_type_t type,
+                mosaic2::variant_t& result) {
+    result.free_data();
+    OperationFromString operation{text, result};
     dispatch(type, [&operation]<class Type>() { operation.execute<Type>(); });
-    return std::move(operation.m_result);
 }
 
 void appendText(std::string& text, mosaic2::variant_t const& value) {

@@ -24,7 +24,7 @@ struct OperationFromString {
     bool execute();
 
     std::string_view m_text;
-    mosaic2::variant_t m_result;
+    mosaic2::variant_t& m_result;
 };
 
 /// Appends the text of a variant to m_text: booleans as 1 or 0, integers in decimal, doubles as the
@@ -48,8 +48,10 @@ struct OperatorGetTypeName {
 /// Whether texts are converted for options of this type; all others take any text as vtNull.
 bool hasConversion(mosaic2::das_variant_type_t type);
 
-/// The converted text, or vtNull when it cannot be converted to this type. Throws std::bad_alloc.
-mosaic2::variant_t fromString(std::string_view text, mosaic2::das_variant_type_t type);
+/// Sets `result` to the converted text, or to vtNull when it cannot be converted to this type.
+/// Throws std::bad_alloc.
+void fromString(std::string_view text, mosaic2::das_variant_type_t type,
+                mosaic2::variant_t& result);
 
 /// Appends the text of `value`; kinds that have none append nothing.
 void appendText(std::string& text, mosaic2::variant_t const& value);

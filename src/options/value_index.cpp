@@ -2,6 +2,9 @@
 
 #include <algorithm>
 
+#include "platform/lead_sort.h"
+#include "platform/text_lead.h"
+
 namespace varo_3_3 {
 namespace {
 
@@ -23,6 +26,16 @@ Kind kindOf(variant_t const& value) {
 std::string_view textOf(variant_t const& value) {
     char const* const text = value.get<char const*>();
     return text != nullptr ? text : "";
+}
+
+/// Sorts like the value: its kind, then the beginning of an integer or text.
+std::uint64_t leadOf(variant_t const& value) {
+    constexpr std::uint64_t kSign = std::uint64_t{1} << 63;
+    Kind const kind = kindOf(value);
+    std::uint64_t const lead = kind == kInteger ? value.m_value.m_unsigned ^ kSign
+                               : kind == kText  ? internal::leadOf(textOf(value))
+                                                : 0;
+    return std::uint64_t{kind} << 60 | lead >> 4;
 }
 
 }  // namespace
@@ -48,12 +61,18 @@ variant_t asOtherNumber(variant_t const& value) {
 }
 
 ValueIndex::ValueIndex(std::vector<variant_t> const& values) {
+    std::vector<internal::Lead> order;
+    order.reserve(values.size());
     m_sorted.reserve(values.size());
     for (variant_t const& value : values) {
-        m_sorted.push_back(&value);
+        order.push_back({leadOf(value), static_cast<std::uint32_t>(order.size())});
     }
-    std::sort(m_sorted.begin(), m_sorted.end(),
-              [](auto const* left, auto const* right) { return ByKind()(*left, *right); });
+    internal::sortByLead(order, [&](std::uint32_t left, std::uint32_t right) {
+        return ByKind()(values[left], values[right]);
+    });
+    for (internal::Lead const& lead : order) {
+        m_sorted.push_back(&values[lead.item]);
+    }
 }
 
 bool ValueIndex::contains(variant_t const& value) const {

@@ -7,6 +7,8 @@
 #include "options/tag_sets.h"
 #include "parser/basic_parser.h"
 #include "platform/join.h"
+#include "platform/lead_sort.h"
+#include "platform/text_lead.h"
 
 namespace varo_3_3 {
 namespace {
@@ -39,6 +41,23 @@ ActionVerdict findAction(std::vector<GivenOption> const& given,
     }
     bool const lacksAction = action == nullptr && hasOption && registry.actionCount() != 0;
     return {lacksAction ? ActionVerdict::kNoAction : ActionVerdict::kFits, action};
+}
+
+void sortByName(std::vector<GivenOption>& given) {
+    std::vector<internal::Lead> order;
+    order.reserve(given.size());
+    for (GivenOption const& entry : given) {
+        order.push_back({internal::leadOf(entry.name), static_cast<std::uint32_t>(order.size())});
+    }
+    internal::sortByLead(order, [&](std::uint32_t left, std::uint32_t right) {
+        return given[left].name < given[right].name;
+    });
+    std::vector<GivenOption> sorted;
+    sorted.reserve(given.size());
+    for (internal::Lead const& lead : order) {
+        sorted.push_back(given[lead.item]);
+    }
+    given.swap(sorted);
 }
 
 /// The first option given that belongs neither to the action nor to every action; null if none
@@ -79,8 +98,7 @@ bool accepts(OptionDescription const& action, OptionDescription const& option) {
 ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,
                            ActionGroups const& groups) {
     if (registry.actionCount() != 0) {  // otherwise the order has no effect
-        std::sort(given.begin(), given.end(),
-                  [](auto const& left, auto const& right) { return left.name < right.name; });
+        sortByName(given);
     }
     ActionVerdict verdict = findAction(given, registry, groups);
     if (verdict.kind == ActionVerdict::kFits && verdict.action != nullptr) {

@@ -234,10 +234,10 @@ TEST(ItemList, OwnsWhatItTakesOver) {
     for (int const count : {1, 2, 9}) {
         varo_3_3::ItemList list;
         for (int position = 0; position < count; ++position) {
-            varo::Value value("typed", text, position);
+            varo_3_3::NewValue value{"typed", text, position};
             list.reserveMore(1);
             list.append(value, position);
-            EXPECT_EQ(value.value().m_type, vtNull);
+            EXPECT_EQ(value.value.m_type, vtNull);
         }
         EXPECT_EQ(references(), 1 + count);
         varo_3_3::ItemList moved = std::move(list);

@@ -94,9 +94,9 @@ public:
 
     void store(OptionDescription const& /*option*/, OptionData const& data) override {
         if (!data.m_values.empty()) {
-            Value const& last = data.m_values.back();
-            m_isAsWanted = last.text() == m_wantedText &&
-                           (m_wantedValue == nullptr || last.value() == *m_wantedValue);
+            NewValue const& last = data.m_values.back();
+            m_isAsWanted = last.text == m_wantedText &&
+                           (m_wantedValue == nullptr || last.value == *m_wantedValue);
         }
     }
 

@@ -62,8 +62,9 @@ void OptionFiles::store(OptionDescription const& option, OptionData const& data)
 }
 
 void OptionFiles::note(OptionData const& data) {
-    for (Value const& value : data.m_values) {
-        char const* const name = value.as<char const*>();
+    for (NewValue const& taken : data.m_values) {
+        mosaic2::variant_t const& value = taken.value;
+        char const* const name = value.can_get<char const*>() ? value.get<char const*>() : nullptr;
         m_isAtEnd = m_isAtEnd || name == nullptr;
         if (!m_isAtEnd) {
             addFile(name, m_args->numberOf(0));

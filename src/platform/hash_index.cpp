@@ -1,11 +1,11 @@
 #include "platform/hash_index.h"
 
-#include <algorithm>
+#include <cstring>
 
 namespace varo_3_3::internal {
 
 HashIndex::HashIndex() noexcept {
-    std::fill_n(m_small, kSmall, Slot{0, kNone});
+    std::memset(m_small, 0xFF, sizeof(m_small));  // kNone in each
 }
 
 void HashIndex::insert(std::uint32_t hash, std::uint32_t item) noexcept {

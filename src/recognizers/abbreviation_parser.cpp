@@ -51,13 +51,9 @@ result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collect
     m_next = Next::kNotNeeded;
     trace(": parsing argument '", args[0], "'");
     auto const& [argument, typedName, value, hasSeparator] = split(args[0]);
-    if (!m_candidates.empty()) {
-        return fail(message, join({"Ambiguous option '", typedName, "'",
-                                   formatTokenMessage(args[0]), ", could be: ", m_candidates}));
-    }
     bool const isName = !typedName.empty() && typedName.front() != '-';
-    if (!isName || m_optionIndex >= options.records().size()) {
-        return fail(message, join({"Unknown option '", typedName, "'"}));
+    if (!m_candidates.empty() || !isName || m_optionIndex >= options.records().size()) {
+        return refuseName(args, typedName, message);
     }
     OptionDescription const& option = *options.records()[m_optionIndex];
     trace(": detected option: '", option.firstName(), "'");
@@ -82,15 +78,8 @@ result_t AbbreviationParser::takeOption(ArgumentList& args, IResultCollector* co
                                         std::string& message) {
     bool const isBool = option.m_type == mosaic2::vtBool;
     bool const takesNoValue = option.m_type == mosaic2::vtNull;
-    if (takesNoValue && !value.empty()) {
-        return fail(message, join({"Option '", option.firstName(), "'does not requires a value",
-                                   formatTokenMessage(args[0])}));
-    }
-    if (isBool && !value.empty()) {
-        return fail(message, join({"Option '", option.firstName(),
-                                   "' is boolean and should be declared in form '--option' or "
-                                   "'--no-option'",
-                                   formatTokenMessage(args[0])}));
+    if ((takesNoValue || isBool) && !value.empty()) {
+        return refuseValue(args, option, message);
     }
     if (isBool) {
         value = m_isNegated ? "0" : "1";
@@ -120,21 +109,44 @@ result_t AbbreviationParser::takeNextAsValue(ArgumentList const& args,
                                              std::string_view& value, std::string& message) {
     trace(": no value in the same argument, looking next");
     m_next = Next::kMissing;
-    if (!args.hasSecond()) {
-        return fail(message, join({"Option '", option.firstName(), "' requires a value",
-                                   formatTokenMessage(args[0])}));
-    }
-    if (args[1].starts_with('-')) {
-        return fail(
-            message,
-            join({"Option '", option.firstName(), "' received value from the next argument: '",
-                  args[1], "', but it seems to be an option. Use '-option=value' declaration form ",
-                  "or make sure that value is not missed"}));
+    if (!args.hasSecond() || args[1].starts_with('-')) {
+        return refuseNext(args, option, message);
     }
     value = args[1];
     m_next = Next::kTaken;
     trace(": got value from the next argument: '", value, "'");
     return kTaken;
+}
+
+result_t AbbreviationParser::refuseName(ArgumentList const& args, std::string_view typedName,
+                                        std::string& message) {
+    if (m_candidates.empty()) {
+        return fail(message, join({"Unknown option '", typedName, "'"}));
+    }
+    return fail(message, join({"Ambiguous option '", typedName, "'", formatTokenMessage(args[0]),
+                               ", could be: ", m_candidates}));
+}
+
+result_t AbbreviationParser::refuseValue(ArgumentList const& args, OptionDescription const& option,
+                                         std::string& message) {
+    char const* const reason =
+        option.m_type == mosaic2::vtBool
+            ? "' is boolean and should be declared in form '--option' or '--no-option'"
+            : "'does not requires a value";
+    return fail(message,
+                join({"Option '", option.firstName(), reason, formatTokenMessage(args[0])}));
+}
+
+result_t AbbreviationParser::refuseNext(ArgumentList const& args, OptionDescription const& option,
+                                        std::string& message) {
+    if (!args.hasSecond()) {
+        return fail(message, join({"Option '", option.firstName(), "' requires a value",
+                                   formatTokenMessage(args[0])}));
+    }
+    return fail(message,
+                join({"Option '", option.firstName(), "' received value from the next argument: '",
+                      args[1], "', but it seems to be an option. Use '-option=value' ",
+                      "declaration form or make sure that value is not missed"}));
 }
 
 }  // namespace varo_3_3

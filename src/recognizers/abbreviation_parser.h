@@ -42,6 +42,18 @@ private:
     result_t takeNextAsValue(ArgumentList const& args, OptionDescription const& option,
                              std::string_view& value, std::string& message);
 
+    // Errors: a name of no option or of several, a value that the option does not take, and what
+    // follows instead of one.
+    [[gnu::cold, gnu::noinline]] result_t refuseName(ArgumentList const& args,
+                                                     std::string_view typedName,
+                                                     std::string& message);
+    [[gnu::cold, gnu::noinline]] result_t refuseValue(ArgumentList const& args,
+                                                      OptionDescription const& option,
+                                                      std::string& message);
+    [[gnu::cold, gnu::noinline]] result_t refuseNext(ArgumentList const& args,
+                                                     OptionDescription const& option,
+                                                     std::string& message);
+
     /// An argument and what splitOptionValue makes of it.
     struct Split {
         std::string_view argument;

@@ -67,7 +67,7 @@ protected:
     }
 
     /// Sets `message`, traces it, and returns kArgumentError.
-    result_t fail(std::string& message, std::string text);
+    [[gnu::cold]] result_t fail(std::string& message, std::string text);
 
     /// Erases args[0] and traces that.
     void removeFront(ArgumentList& args);
@@ -82,9 +82,6 @@ protected:
     void trace(Parts const&... parts) const {
         internal::traceWhile(m_shared.traceSwitch, m_name, parts...);
     }
-
-    /// Whether trace() writes.
-    bool isTraced() const { return internal::isTraced(m_shared.traceSwitch); }
 
 private:
     SharedState m_shared;

@@ -1,6 +1,7 @@
 #include "recognizers/value_intake.h"
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "platform/join.h"
@@ -18,19 +19,32 @@ result_t ValueIntake::take(std::string_view value, std::string& message,
     if (value.empty()) {
         return store({position, {}}, option, collector);
     }
-    bool const isOnePiece =
-        option.m_tokenizer == 0 || value.find(option.m_tokenizer) == std::string_view::npos;
-    if (internal::isTraced(m_shared.traceSwitch)) [[unlikely]] {
+    bool const isOnePiece = option.m_tokenizer == 0 ||
+                            std::memchr(value.data(), option.m_tokenizer, value.size()) == nullptr;
+    bool const isTraced = internal::isTraced(m_shared.traceSwitch);
+    if (isOnePiece && option.acceptsAnyText() && m_handler == nullptr && !isTraced) {
+        // Most values, in a list of many: without the rest this takes 5 % less of an argument.
+        NewValue only = textValue(value);
+        collector->store(option, {position, {&only, 1}});
+        return kTaken;
+    }
+    if (isTraced) [[unlikely]] {
         traceStart(option.m_tokenizer, isOnePiece ? value : std::string_view());
     }
+    Occurrence const occurrence{value, option, args, message};
     if (!isOnePiece) {
-        return takePieces({value, option, args, message}, position, collector);
+        return takePieces(occurrence, position, collector);
     }
-    // Most values are one piece, which needs no memory of its own.
-    m_texts.clear();
-    result_t result = kTaken;
-    Value only = takePiece(value, {value, option, args, message}, result);
+    NewValue only;  // needs no memory of its own
+    result_t const result = takePiece(value, occurrence, only);
     return result == kTaken ? store({position, {&only, 1}}, option, collector) : result;
+}
+
+/// A string that is stored as it was typed, and serves as its own text.
+[[gnu::always_inline]] inline NewValue ValueIntake::textValue(std::string_view piece) {
+    mosaic2::variant_t string = mosaic2::variant_t::copy_of(piece.data(), piece.size());
+    std::string_view const text(string.m_value.m_text, piece.size());
+    return {text, std::move(string), takePosition(m_shared.nextPosition)};
 }
 
 /// Writes the lines before the first piece is taken. `only` is the value if that is the only piece.
@@ -50,7 +64,6 @@ result_t ValueIntake::takePieces(Occurrence const& occurrence, int position,
                                  IResultCollector* collector) {
     auto const& [value, option, args, message] = occurrence;
     m_values.clear();
-    m_texts.clear();
     for (std::string_view rest = value; !rest.empty();) {
         std::size_t const end = std::min(rest.find(option.m_tokenizer), rest.size());
         std::string_view const piece = rest.substr(0, end);
@@ -59,8 +72,7 @@ result_t ValueIntake::takePieces(Occurrence const& occurrence, int position,
             continue;
         }
         trace(": value is: '", piece, "'");
-        result_t result = kTaken;
-        m_values.push_back(takePiece(piece, occurrence, result));
+        result_t const result = takePiece(piece, occurrence, m_values.emplace_back());
         if (result != kTaken) {
             return result;
         }
@@ -73,54 +85,56 @@ result_t ValueIntake::takePieces(Occurrence const& occurrence, int position,
     return store({position, m_values}, option, collector);
 }
 
-/// Converts, checks and announces one piece of the value. After a failure, which `result` tells,
-/// what is returned is unspecified. Always inline: a call would add 3 % to a plain string.
-[[gnu::always_inline]] inline Value ValueIntake::takePiece(std::string_view piece,
-                                                           Occurrence const& occurrence,
-                                                           result_t& result) {
+/// Converts, checks and announces one piece of the value. After a failure `taken` is unspecified.
+result_t ValueIntake::takePiece(std::string_view piece, Occurrence const& occurrence,
+                                NewValue& taken) {
     OptionDescription const& option = occurrence.option;
-    Value taken = option.acceptsAnyText() ? textValue(piece) : convert(piece, occurrence, result);
-    if (result == kTaken && m_handler != nullptr) {
-        result = announce(taken, occurrence);
+    if (option.acceptsAnyText()) {
+        taken = textValue(piece);
+    } else {
+        result_t const result = convert(piece, occurrence, taken.value);
+        if (result != kTaken) {
+            return result;
+        }
+        taken.text = piece;
+        taken.position = takePosition(m_shared.nextPosition);
     }
-    if (result == kTaken) {
-        trace(": sent event on value parsed, option: '", option.firstName(), "', value: '", piece,
-              "'");
+    if (m_handler != nullptr) {
+        result_t const result = announce(taken, occurrence);
+        if (result != kTaken) {
+            return result;
+        }
     }
-    return taken;
+    trace(": sent event on value parsed, option: '", option.firstName(), "', value: '", piece, "'");
+    return kTaken;
 }
 
-/// A string that is stored as it was typed, and serves as its own text.
-[[gnu::always_inline]] inline Value ValueIntake::textValue(std::string_view piece) {
-    mosaic2::variant_t string = mosaic2::variant_t::copy_of(piece.data(), piece.size());
-    char const* const text = string.m_value.m_text;
-    return Value(text, std::move(string), takePosition(m_shared.nextPosition));
+result_t ValueIntake::convert(std::string_view piece, Occurrence const& occurrence,
+                              mosaic2::variant_t& converted) {
+    if (!occurrence.option.validate(piece, converted, m_reason)) {
+        return refuse(occurrence);
+    }
+    if (!m_reason.empty()) {  // a warning
+        std::string& message = occurrence.message;
+        internal::append(message, {message.empty() ? "" : "\n", m_reason});
+    }
+    return kTaken;
 }
 
-/// The converted piece. Its text is kept in a buffer with room for all pieces.
-Value ValueIntake::convert(std::string_view piece, Occurrence const& occurrence, result_t& result) {
-    auto const& [value, option, args, message] = occurrence;
-    mosaic2::variant_t converted;
-    if (!option.validate(piece, converted, m_reason)) {
-        message = join({"Value validation problem in argument '", args[0], "': ", m_reason});
-        trace(": ", message);
-        result = kArgumentError;
-        return {};
-    }
-    if (!m_reason.empty()) {
-        message += message.empty() ? "" : "\n";
-        message += m_reason;
-    }
-    m_texts.reserve(value.size() + 1);
-    char const* const text = m_texts.data() + m_texts.size();
-    m_texts.append(piece).push_back('\0');
-    return Value(text, std::move(converted), takePosition(m_shared.nextPosition));
+/// Says that a piece was not validated, and why.
+result_t ValueIntake::refuse(Occurrence const& occurrence) {
+    occurrence.message =
+        join({"Value validation problem in argument '", occurrence.args[0], "': ", m_reason});
+    trace(": ", occurrence.message);
+    return kArgumentError;
 }
 
 /// Asks the event handler whether it accepts one of the values.
-result_t ValueIntake::announce(Value const& announced, Occurrence const& occurrence) {
+result_t ValueIntake::announce(NewValue const& announced, Occurrence const& occurrence) {
     auto const& [value, option, args, message] = occurrence;
-    if (m_handler->onValueParse(option.firstName().data(), announced)) {
+    m_text = announced.text;
+    Value const shown(m_text.c_str(), announced.value, announced.position);
+    if (m_handler->onValueParse(option.firstName().data(), shown)) {
         return kTaken;
     }
     message = join({"Value '", value, "' is not valid for option '", option.firstName(),

@@ -46,10 +46,13 @@ private:
     [[gnu::cold]] void traceStart(char separator, std::string_view only) const;
     [[gnu::noinline]] result_t takePieces(Occurrence const& occurrence, int position,
                                           IResultCollector* collector);
-    Value takePiece(std::string_view piece, Occurrence const& occurrence, result_t& result);
-    Value textValue(std::string_view piece);
-    Value convert(std::string_view piece, Occurrence const& occurrence, result_t& result);
-    result_t announce(Value const& announced, Occurrence const& occurrence);
+    [[gnu::noinline]] result_t takePiece(std::string_view piece, Occurrence const& occurrence,
+                                         NewValue& taken);
+    NewValue textValue(std::string_view piece);
+    result_t convert(std::string_view piece, Occurrence const& occurrence,
+                     mosaic2::variant_t& converted);
+    [[gnu::cold]] result_t refuse(Occurrence const& occurrence);
+    [[gnu::noinline]] result_t announce(NewValue const& announced, Occurrence const& occurrence);
     result_t store(OptionData const& data, OptionDescription const& option,
                    IResultCollector* collector) const;
 
@@ -62,10 +65,10 @@ private:
     std::string_view const& m_name;
     SharedState m_shared;
 
-    // The values of an occurrence with several, their texts, and what validation says about one of
-    // them; members, so that their memory is reused.
-    std::vector<Value> m_values;
-    std::string m_texts;
+    // The values of an occurrence with several, the text that a handler is told, and what
+    // validation says about one of them; members, so that their memory is reused.
+    std::vector<NewValue> m_values;
+    std::string m_text;
     std::string m_reason;
 };
 

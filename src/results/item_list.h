@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <new>
 
+#include "results/result_collector.h"
 #include "varo/result.h"
 
 namespace varo_3_3 {
@@ -59,12 +60,11 @@ public:
 
     // These require that room.
 
-    /// Takes over what `value` holds, and leaves vtNull in it.
-    void append(Value& value, int occurrence) noexcept {
-        auto& variant = const_cast<mosaic2::variant_t&>(value.value());
-        *place() = {value.text(),     variant.m_value, variant.m_type,
-                    value.position(), occurrence,      true};
-        variant.m_type = mosaic2::vtNull;
+    /// Takes over what `value` holds, and leaves vtNull in it. Its text is ended by a zero.
+    void append(NewValue& value, int occurrence) noexcept {
+        *place() = {value.text.data(), value.value.m_value, value.value.m_type,
+                    value.position,    occurrence,          true};
+        value.value.m_type = mosaic2::vtNull;
     }
     void appendOccurrence(int position) noexcept {
         *place() = {"", {0}, mosaic2::vtNull, position, position, false};

@@ -3,6 +3,7 @@
 #include <sys/single_threaded.h>
 
 #include <algorithm>
+#include <cstring>
 #include <utility>
 
 #include "platform/reserve_more.h"
@@ -10,6 +11,9 @@
 namespace varo_3_3 {
 
 using internal::HashIndex;
+
+ParseResult::ParseResult() = default;
+ParseResult::~ParseResult() = default;
 
 void ParseResult::destroy() {
     delete this;
@@ -50,7 +54,8 @@ Value ParseResult::next(char const* name) {
         return {};
     }
     Entry const& entry = m_entries[m_selected];
-    bool const isSelected = entry.key == name || findEntry(name) == m_selected;
+    bool const isSelected =
+        std::strcmp(entry.key.data(), name) == 0 || findEntry(name) == m_selected;
     if (!isSelected || !skipToNext(entry)) {
         return {};
     }
@@ -80,11 +85,12 @@ int ParseResult::getNextArgument(char const** text) {
 }
 
 void ParseResult::store(OptionDescription const& option, OptionData const& data) {
-    std::span<Value> const stored = data.m_values;
-    for (Value& value : stored) {
-        mosaic2::variant_t const& variant = value.value();
-        if (variant.m_type != mosaic2::vtString || variant.m_value.m_text != value.text()) {
-            keepText(value);
+    std::span<NewValue> const stored = data.m_values;
+    for (NewValue& value : stored) {
+        // The characters of a string live in the result anyway.
+        mosaic2::variant_t const& variant = value.value;
+        if (variant.m_type != mosaic2::vtString || variant.m_value.m_text != value.text.data()) {
+            value.text = keep(value.text);
         }
     }
     Entry& entry = entryFor(option);
@@ -95,7 +101,7 @@ void ParseResult::store(OptionDescription const& option, OptionData const& data)
     if (count == 0) {
         entry.items.appendOccurrence(data.m_position);
     }
-    for (Value& value : stored) {
+    for (NewValue& value : stored) {
         entry.items.append(value, data.m_position);
         entry.hasValues = true;
     }
@@ -191,21 +197,22 @@ ParseResult::Entry& ParseResult::entryFor(OptionDescription const& option) {
 }
 
 std::uint32_t ParseResult::findOrAddEntry(OptionDescription const& option) {
-    std::uint32_t number = findEntryOf(option);
+    std::uint32_t const hash = internal::TextHash::of(option.firstName());
+    std::uint32_t number = findEntryOf(option, hash);
     if (number != HashIndex::kNone) {
         meet(option, number);
     } else {
         number = static_cast<std::uint32_t>(m_entries.size());
-        Entry entry;
-        entry.key = {m_texts.keep(option.firstName()), option.firstName().size()};
+        std::string_view const key = keep(option.firstName());
+        internal::reserveMore(m_entries, 1, 16);
+        m_keys.reserveMore(1);
+        addAliases(option, key, number);
+        m_keys.insert(hash, number);
+        Entry& entry = m_entries.emplace_back();
+        entry.key = key;
         entry.record = &option;
         entry.names = option.m_names.size();
         entry.parse = m_parse;
-        internal::reserveMore(m_entries, 1, 16);
-        m_keys.reserveMore(1);
-        addAliases(option, entry.key, number);
-        m_keys.insert(internal::TextHash::of(entry.key), number);
-        m_entries.push_back(std::move(entry));
         ++m_met;
         m_stamp = newStamp();  // the new key may come first among the names of other records
     }
@@ -228,14 +235,14 @@ void ParseResult::meet(OptionDescription const& option, std::uint32_t number) {
     m_met += isMet ? 0 : 1;
 }
 
-std::uint32_t ParseResult::findEntryOf(OptionDescription const& option) const {
-    for (std::string_view const name : option.m_names) {
-        std::uint32_t const number = findKey(name, internal::TextHash::of(name));
-        if (number != HashIndex::kNone) {
-            return number;
-        }
+/// The entry whose key is the first of the option's names that is a key; `hash` is that of its
+/// primary name.
+std::uint32_t ParseResult::findEntryOf(OptionDescription const& option, std::uint32_t hash) const {
+    std::uint32_t number = findKey(option.firstName(), hash);
+    for (std::size_t at = 1; number == HashIndex::kNone && at < option.m_names.size(); ++at) {
+        number = findKey(option.m_names[at], internal::TextHash::of(option.m_names[at]));
     }
-    return HashIndex::kNone;
+    return number;
 }
 
 /// Makes the names of `option` that do not lead to an entry yet, except its `key`, lead to `entry`,
@@ -251,7 +258,7 @@ void ParseResult::addAliases(OptionDescription const& option, std::string_view k
             if (name != key &&
                 (isNew || findAlias(name, internal::TextHash::of(name)) == HashIndex::kNone)) {
                 internal::reserveMore(m_aliases, 1, 16);
-                m_aliases.push_back({{m_texts.keep(name), name.size()}, entry});
+                m_aliases.push_back({keep(name), entry});
             }
         }
     } catch (...) {
@@ -267,9 +274,8 @@ std::uint64_t ParseResult::newStamp() {
     return __libc_single_threaded ? ++last : __atomic_add_fetch(&last, 1, __ATOMIC_RELAXED);
 }
 
-/// Gives a value a text of its own. (The characters of a string live in the result anyway.)
-void ParseResult::keepText(Value& value) {
-    value = Value(m_texts.keep(value.text()), value.value(), value.position());
+std::string_view ParseResult::keep(std::string_view text) {
+    return {m_texts.keep(text), text.size()};
 }
 
 /// Begins an iteration over the values of `name` in a range. Null when there is no such entry.

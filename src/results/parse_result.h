@@ -24,7 +24,7 @@ class ParseResult final : public IParseResult, public IResultCollector {
 public:
     /// All that was stored of one option. Texts are held by the result.
     struct Entry {
-        std::string_view key;
+        std::string_view key;  // ended by a zero
         ItemList items;
         Value defaultValue;
         bool hasDefault = false;
@@ -43,7 +43,8 @@ public:
         int position;
     };
 
-    ParseResult() = default;
+    ParseResult();
+    ~ParseResult() override;
     ParseResult(ParseResult const&) = delete;
     ParseResult& operator=(ParseResult const&) = delete;
 
@@ -115,11 +116,11 @@ private:
     std::uint32_t findAlias(std::string_view name, std::uint32_t hash) const;
     Entry& entryFor(OptionDescription const& option);
     [[gnu::noinline]] std::uint32_t findOrAddEntry(OptionDescription const& option);
-    std::uint32_t findEntryOf(OptionDescription const& option) const;
+    std::uint32_t findEntryOf(OptionDescription const& option, std::uint32_t hash) const;
     void meet(OptionDescription const& option, std::uint32_t number);
     void addAliases(OptionDescription const& option, std::string_view key, std::uint32_t entry);
     void indexAliases() const;
-    [[gnu::noinline]] void keepText(Value& value);
+    std::string_view keep(std::string_view text);
 
     Entry* select(char const* name, int from, int to);
     static bool isDefaultAlone(Entry const& entry);

@@ -139,10 +139,10 @@ varo::Manual manual() {
     about.date = "2026-11-21";
     about.version = "1.0";
     about.description =
-        "Counts files and their bytes by extension or directory. A scan can be\n"
+        "Counts files and their bytes by extension or directory. A scan can be "
         "kept in a file and reported again later.";
     about.exitStatus =
-        "0 after success, 1 when something could not be read or written, 2 when the\n"
+        "0 after success, 1 when something could not be read or written, 2 when the "
         "command line is wrong.";
     about.examples = "Which kinds of files are there?\n  dirstat --scan . --limit=5";
     about.seeAlso = "du(1), find(1)";

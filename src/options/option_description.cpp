@@ -8,6 +8,8 @@
 #include "platform/join.h"
 
 namespace varo_3_3 {
+
+OptionDescription::~OptionDescription() = default;
 namespace {
 
 std::string textOf(mosaic2::variant_t const& value) {

@@ -26,6 +26,7 @@ public:
     using DeprecatedValues = std::map<mosaic2::variant_t, mosaic2::variant_t, ByKind>;
 
     OptionDescription() = default;
+    [[gnu::cold]] ~OptionDescription() override;
     OptionDescription(OptionDescription const&) = delete;
     OptionDescription& operator=(OptionDescription const&) = delete;
     OptionDescription& operator=(OptionDescription&&) = default;

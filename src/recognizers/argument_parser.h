@@ -26,7 +26,6 @@ public:
           m_flags(flags),
           m_shared(shared),
           m_intake(handler, m_name, shared) {}
-    virtual ~IArgumentParser() = default;
     IArgumentParser(IArgumentParser const&) = delete;
     IArgumentParser& operator=(IArgumentParser const&) = delete;
 
@@ -59,6 +58,8 @@ public:
     static SharedState process() { return {m_idx, internal::varoLogEnabled}; }
 
 protected:
+    ~IArgumentParser() = default;
+
     /// Passes `value`, which may be empty, to the value intake as an occurrence of `option`.
     result_t parseValueAndAddOption(std::string_view value, std::string& message,
                                     OptionDescription const& option, ArgumentList& args,

@@ -11,9 +11,10 @@ namespace varo_3_3 {
 struct Recognizers {
     /// As their constructors.
     Recognizers(EventHandler* handler, Garbage* garbage, int flags,
-                internal::WhiteSpace& whiteSpace, SharedState shared = IArgumentParser::process())
-        : positional(handler, garbage, flags, shared),
-          abbreviation(handler, garbage, flags, whiteSpace, shared) {}
+                internal::WhiteSpace& whiteSpace, SharedState shared = IArgumentParser::process());
+    ~Recognizers();
+    Recognizers(Recognizers const&) = delete;
+    Recognizers& operator=(Recognizers const&) = delete;
 
     /// The recognizer with the highest priority among those that take args[0]; null if none does.
     /// All are asked, the positional one first. `reason` may be set to why one does not.

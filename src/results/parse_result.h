@@ -44,7 +44,7 @@ public:
     };
 
     ParseResult();
-    ~ParseResult() override;
+    [[gnu::cold]] ~ParseResult() override;
     ParseResult(ParseResult const&) = delete;
     ParseResult& operator=(ParseResult const&) = delete;
 

@@ -168,7 +168,7 @@ private:
 
     /// Modifiers of different actions may share a name, but no other declarations.
     void checkHidden(Record const& record, std::string_view name) {
-        std::uint32_t found = m_registry.names().findRecord(name, {});
+        std::uint32_t found = m_registry.names().findRecord(name, m_noTags);
         if (found != kNone && found != record.m_index && !record.m_tags.empty() &&
             !recordAt(found).m_tags.empty()) {
             found = m_registry.names().findRecord(name, record.m_tags);
@@ -252,6 +252,7 @@ private:
 
     BasicParser const& m_parser;
     RegisteredOptionStorage const& m_registry = m_parser.registry();
+    std::set<std::string> const m_noTags;
     std::string m_text;
 };
 

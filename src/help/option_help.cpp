@@ -130,7 +130,7 @@ private:
     }
 
     /// Actions with one name are one topic, told by the last of them.
-    void writeTopics(std::size_t longest) {
+    [[gnu::cold]] void writeTopics(std::size_t longest) {
         internal::sortItems(m_entries);
         for (SortItem const& entry : m_entries) {
             std::string_view const name = entry.key;

@@ -22,16 +22,19 @@ struct HelpStyle {
 /// The list of the actions or, when the style shows none, all options.
 std::string generalHelp(RegisteredOptionStorage const& registry, HelpStyle style);
 
+// Those for one topic or action are built for size.
+
 /// The entry of the declaration called `topic`; if there is none, the general help after a
 /// sentence that says so.
-std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
-                      HelpStyle style);
+[[gnu::cold]] std::string topicHelp(RegisteredOptionStorage const& registry, std::string_view topic,
+                                    HelpStyle style);
 
 /// The entries of an action's modifiers, or the general help after that sentence.
-std::string actionHelp(RegisteredOptionStorage const& registry, std::string_view action,
-                       HelpStyle style);
+[[gnu::cold]] std::string actionHelp(RegisteredOptionStorage const& registry,
+                                     std::string_view action, HelpStyle style);
 
 /// The entries of the global modifiers; "", without headings, if there are none.
-std::string globalModifiersHelp(RegisteredOptionStorage const& registry, HelpStyle style);
+[[gnu::cold]] std::string globalModifiersHelp(RegisteredOptionStorage const& registry,
+                                              HelpStyle style);
 
 }  // namespace varo_3_3

@@ -8,23 +8,31 @@
 namespace varo_3_3::internal {
 namespace {
 
-bool isBefore(SortItem const& left, SortItem const& right, CompareItems compare) {
-    if (left.group != right.group) {
-        return left.group < right.group;
-    }
-    int order = compare != nullptr ? compare(left, right) : 0;
-    order = order != 0 ? order : left.key.compare(right.key);
-    return order < 0;
-}
+/// The order of items, by their numbers.
+struct Order {
+    SortItems const& items;
+    CompareItems compare;
 
-bool isSorted(SortItems const& items, CompareItems compare) {
-    for (std::size_t number = 1; number < items.size(); ++number) {
-        if (isBefore(items[number], items[number - 1], compare)) {
-            return false;
+    [[gnu::noinline]] bool operator()(std::uint32_t left, std::uint32_t right) const {
+        SortItem const& first = items[left];
+        SortItem const& second = items[right];
+        if (first.group != second.group) {
+            return first.group < second.group;
         }
+        int order = compare != nullptr ? compare(first, second) : 0;
+        order = order != 0 ? order : first.key.compare(second.key);
+        return order != 0 ? order < 0 : left < right;
     }
-    return true;
-}
+
+    bool holds() const {
+        for (std::uint32_t number = 1; number < items.size(); ++number) {
+            if (!(*this)(number - 1, number)) {
+                return false;
+            }
+        }
+        return true;
+    }
+};
 
 /// A number that sorts like an item or its beginning.
 std::uint64_t leadFor(SortItem const& item, CompareItems compare) {
@@ -40,20 +48,19 @@ void addItem(SortItems& items, std::uint64_t group, std::string_view key, void c
 }
 
 void sortItems(SortItems& items, CompareItems compare) {
-    if (isSorted(items, compare)) {
+    Order const order{items, compare};
+    if (order.holds()) {
         return;
     }
     std::vector<Lead> leads(items.size());
     for (std::uint32_t number = 0; number < leads.size(); ++number) {
         leads[number] = {leadFor(items[number], compare), number};
     }
-    sortByLead(leads, [&](std::uint32_t left, std::uint32_t right) {
-        return isBefore(items[left], items[right], compare) ||
-               (left < right && !isBefore(items[right], items[left], compare));
-    });
-    SortItems sorted(items.size());
-    for (std::size_t number = 0; number < sorted.size(); ++number) {
-        sorted[number] = items[leads[number].item];
+    sortByLead(leads, order);
+    SortItems sorted;
+    sorted.reserve(items.size());
+    for (Lead const& lead : leads) {
+        sorted.push_back(items[lead.item]);
     }
     items.swap(sorted);
 }

@@ -6,8 +6,9 @@
 
 namespace varo_3_3 {
 
-/// What can be written from the declarations alone. A host's own generator needs nothing but
-/// nextDeclaration; those below are built on it too.
+/// What can be written from the declarations alone. Those below are built on nextDeclaration,
+/// nextActionGroup and creationFlags, as a host's own generator would be; only describeJson asks
+/// the parser for more, which beginnings of names mean something.
 ///
 /// All of these are functions outside the interface, since 3.3.1. They take a parser of this
 /// library and return null or "" for null and for another implementation of IParser. None throws,

@@ -151,6 +151,9 @@ void addOwnRows() {
     add("terminal-help", "varo", documents, terminalHelpWork);
     add("json", "varo", documents, jsonWork);
     add("replay", "varo", {1000, 10'000, 100'000}, replayWork);
+    add("plain", "varo", {}, [](long n) { return plainWork(manyOptions(n, 10, false)); });
+    add("completion", "varo", {20, 300, 1000},
+        [](long n) { return completionWork(manyOptions(n, 10, false)); });
     add("actions", "varo", {10, 100, 1000}, actionsWork);
     add("description", "varo", {100'000, 1'000'000, 10'000'000}, longDescriptionWork);
     add("ambiguous", "varo", {200, 2000, 20'000}, ambiguousWork);
@@ -179,6 +182,7 @@ std::vector<Row> const kRows = {
     {"last", "getLastValue of 1,000 to 1M values", 0, 0, 1.15},
     {"help", "general help for 20 and 1,000 options", 2.5, 0, 1.15},
     {"declarations", "100,000 options", 0, 0, 1.15, 1},
+    {"completion", "declare 20 to 1,000 options, complete a line", 0, 0, 1.15},
     {"actions", "1,000 actions whose modifiers share one name", 0, 0, 1.15, 1},
     {"description", "help with a description of 10 MB", 0, 0, 1.15, 1},
     {"ambiguous", "20,000 candidates of one ambiguous abbreviation", 0, 0, 1.15, 1},

@@ -1,5 +1,6 @@
 #include "varo_work.h"
 
+#include "varo/completion.h"
 #include "varo/documents.h"
 
 namespace bench {
@@ -253,6 +254,39 @@ Work actionsWork(long count) {
         int const code = pair.parser->parseArgsVector(3, argv, pair.result);
         Value const level = pair.result->get("level", kFirstPosition, kNoPosition);
         require(code == kSuccess && level.as<int>() == 3, "wrong level");
+    };
+}
+
+Work plainWork(WorkloadPointer const& workload) {
+    std::vector<char const*> argv = workload->argv;
+    argv.back() = "--";  // in the place of the null
+    return [workload, argv] {
+        Pair const pair;
+        for (Declaration const& declaration : workload->declarations) {
+            declare(pair.parser, declaration);
+        }
+        int const code =
+            pair.parser->parseArgsVector(static_cast<int>(argv.size()), argv.data(), pair.result);
+        require(code == kSuccess, pair.parser->getErrorDesc());
+    };
+}
+
+Work completionWork(WorkloadPointer const& workload) {
+    std::string line;
+    for (std::string const& argument : workload->arguments) {
+        line += argument + " ";
+    }
+    line += "--";
+    return [workload, line] {
+        Pair const pair;
+        for (Declaration const& declaration : workload->declarations) {
+            declare(pair.parser, declaration);
+        }
+        char const* const argv[] = {"program",          "varooption=complete", "bash",
+                                    "program",          line.c_str(),          "",
+                                    " \t\n\"'@><=;|&(:"};
+        std::string_view const answer = completion(pair.parser, 7, argv, nullptr);
+        require(answer.size() > 10 * workload->declarations.size(), "the answer is too short");
     };
 }
 

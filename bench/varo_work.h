@@ -44,6 +44,10 @@ Work replayWork(long count);
 /// Declares `count` actions, each with a modifier of the one name "level", and parses such a pair.
 Work actionsWork(long count);
 
+/// Declares the workload's options and parses its arguments and "--", or completes that line.
+Work plainWork(WorkloadPointer const& workload);
+Work completionWork(WorkloadPointer const& workload);
+
 /// Parses what the names of `count` options begin with: an error that lists them all.
 Work ambiguousWork(long count);
 

@@ -125,6 +125,8 @@ TEST(Typo, CountsEditsOfAWord) {
         }
         ASSERT_EQ(Typo(typed).rank(name), expected) << typed << " " << name;
     }
+    EXPECT_EQ(Typo(std::string(10'000, 'a')).rank(std::string(9'996, 'a')), Typo::kFar);
+    EXPECT_NE(Typo(std::string(10'000, 'a')).rank(std::string(9'997, 'a')), Typo::kFar);
 }
 
 TEST(Typo, OfNamesOfRealToolsAreUnderstood) {

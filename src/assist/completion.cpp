@@ -110,13 +110,16 @@ private:
 
     void writeOffer(Offer const& offer) {
         std::size_t const start = m_text.size();
-        m_text += offer.isFinished ? "word\t" : "part\t";
+        m_text += offer.isFinished ? std::string_view("word\t") : std::string_view("part\t");
         if (m_shell != Shell::kBash) {
             append(m_text, {offer.word, "\t"});
             appendClean(offer.description);
             append(m_text, {"\t", offer.group, "\n"});
         } else if (appendInsertion(offer.word)) {
-            m_text += m_needsBlanks && offer.isFinished ? " \n" : "\n";
+            if (m_needsBlanks && offer.isFinished) {
+                m_text += ' ';
+            }
+            m_text += '\n';
         } else {
             m_text.resize(start);
         }

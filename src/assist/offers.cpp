@@ -71,7 +71,8 @@ public:
     }
 
     /// Whether `dashedName` is taken as `option`, with some value if it has values.
-    bool takesName(OptionDescription const& option, std::string_view dashedName) {
+    /// Leaves `dashedName` as it was.
+    bool takesName(OptionDescription const& option, std::string& dashedName) {
         if (!hasValues(option)) {
             return takesAs(option, dashedName, "");
         }
@@ -109,15 +110,16 @@ public:
 private:
     static constexpr bool kIsTraced = false;
 
-    bool takesAs(OptionDescription const& option, std::string_view dashedName, char const* tail,
+    bool takesAs(OptionDescription const& option, std::string& dashedName, std::string_view tail,
                  mosaic2::variant_t const* value = nullptr) {
-        m_word = dashedName;
-        m_word += tail;
+        std::size_t const size = dashedName.size();
+        dashedName += tail;
         if (value != nullptr) {
-            appendText(m_word, *value);
+            appendText(dashedName, *value);
         }
-        return takes(Place::kAnything, nullptr, m_word.c_str()) && m_option == &option &&
-               !m_isPositional;
+        bool const isTaken = takes(Place::kAnything, nullptr, dashedName.c_str());
+        dashedName.resize(size);
+        return isTaken && m_option == &option && !m_isPositional;
     }
 
     RegisteredOptionStorage& m_registry;
@@ -130,7 +132,6 @@ private:
     mosaic2::variant_t const* m_wantedValue = nullptr;
     bool m_isAsWanted = false;
     std::string m_warning;
-    std::string m_word;  // that is tried
 };
 
 /// What the words around the cursor leave to be added: which options and actions were given, and
@@ -141,6 +142,11 @@ public:
     Fitting(BasicParser& parser, Walk const& walk, WalkedWord const* unfinished, Trial& trial)
         : m_parser(parser), m_trial(trial), m_given(walk.result().givenOptions()) {
         m_verdict = judge(m_given);
+        for (GivenOption const& given : m_given) {
+            if (isAction(given.name)) {
+                m_givenActions.push_back(given);
+            }
+        }
         if (m_verdict.action == nullptr) {
             collectPossible();
         }
@@ -167,11 +173,13 @@ public:
 
     /// The declaration that an occurrence of `option` would count as; null if it does not fit.
     OptionDescription const* fit(OptionDescription const& option) {
-        if (m_isWrong || isGiven(option)) {
+        RegisteredOptionStorage const& registry = m_parser.registry();
+        if (m_isWrong || registry.actionCount() == 0 || isGiven(option)) {
             return &option;
         }
+        // What is given fits already, and another option changes that for nothing but itself.
         std::string_view const name = option.firstName();
-        std::vector<GivenOption> given = m_given;
+        std::vector<GivenOption> given = isAction(name) ? m_given : m_givenActions;
         given.push_back({name, true});
         auto const [kind, action, other] = judge(given);
         bool const isOpen = kind == ActionVerdict::kNoAction && !m_possibleTags.empty();
@@ -181,7 +189,6 @@ public:
         if (!isOpen && action == nullptr) {
             return &option;
         }
-        RegisteredOptionStorage const& registry = m_parser.registry();
         OptionDescription const* const own =
             registry.find(name, isOpen ? m_possibleTags : action->m_tags);
         if (own == nullptr) {
@@ -191,6 +198,12 @@ public:
     }
 
 private:
+    /// Whether the first declaration of this name is an action, as which it counts.
+    bool isAction(std::string_view name) const {
+        OptionDescription const* const record = m_parser.registry().find(name, {});
+        return record != nullptr && record->isAction();
+    }
+
     ActionVerdict judge(std::vector<GivenOption>& given) const {
         return judgeActions(given, m_parser.registry(), m_parser.simultaneousActions());
     }
@@ -208,7 +221,8 @@ private:
 
     bool canBeGiven(OptionDescription const& action) {
         for (std::string_view const name : action.m_names) {
-            if (m_trial.takesName(action, join({"--", name}))) {
+            std::string word = join({"--", name});
+            if (m_trial.takesName(action, word)) {
                 return true;
             }
         }
@@ -218,6 +232,7 @@ private:
     BasicParser& m_parser;
     Trial& m_trial;
     std::vector<GivenOption> m_given;
+    std::vector<GivenOption> m_givenActions;  // those of them that are actions
     ActionVerdict m_verdict;
     std::set<std::string> m_possibleTags;
     bool m_isWrong = false;
@@ -319,23 +334,25 @@ private:
         if (fitting == nullptr || isHidden(*fitting)) {
             return;
         }
-        m_word = dashesFor(name.size());
+        m_word.assign(dashesFor(name.size()), '-');
         m_word += name;
         if (m_trial.takesName(option, m_word)) {
-            m_word += isFinished ? "" : "=";
+            if (!isFinished) {
+                m_word += '=';
+            }
             if (!isOffered(m_word)) {
                 add(fitting->m_description, isFinished);
             }
         }
     }
 
-    /// The dashes in front of a name of `size` bytes: as many as were typed, or as the help writes
-    /// them.
-    char const* dashesFor(std::size_t size) const {
+    /// How many dashes stand in front of a name of `size` bytes: as many as were typed, or as the
+    /// help writes.
+    std::size_t dashesFor(std::size_t size) const {
         std::size_t const typed = m_typed.size() - m_typedName.size();
         bool const isOne = typed == getDashLength(m_typed, 0);
         bool const isDouble = (m_parser.flags() & kDoubleDashHelp) != 0 || typed > 2;
-        return !isOne || (isDouble && size > 1) ? "--" : "-";
+        return !isOne || (isDouble && size > 1) ? 2 : 1;
     }
 
     /// Whether the present declaration, which may have a name twice, has offered this one.

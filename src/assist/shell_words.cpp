@@ -1,6 +1,7 @@
 #include "assist/shell_words.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace varo_3_3::internal {
 namespace {
@@ -8,7 +9,14 @@ namespace {
 constexpr char kDollarQuote = '$';  // the quote of $'...', with C's escapes in it
 
 bool isIn(std::string_view set, char c) {
-    return set.find(c) != std::string_view::npos;
+    return !set.empty() && std::memchr(set.data(), c, set.size()) != nullptr;
+}
+
+/// ASCII letters, digits and "-", which most words consist of, mean nothing to a shell. Inline
+/// where size counts as well: a call for each of them is 2 % of a completion.
+[[gnu::always_inline]] inline bool isWordCharacter(char c) {
+    char const lower = static_cast<char>(c | 0x20);
+    return (lower >= 'a' && lower <= 'z') || (c >= '0' && c <= '9') || c == '-';
 }
 
 /// Reads a line from left to right, character by character, as a shell does before it expands
@@ -26,6 +34,9 @@ public:
     void read(std::size_t cursor, std::string_view wordBreaks, ShellLine& line) {
         m_cursor = cursor;
         m_breaks = wordBreaks;
+        for (char const each : wordBreaks) {
+            m_breaksInWords = m_breaksInWords || isWordCharacter(each);
+        }
         m_read = &line;
         while (!m_isDone && m_at < m_line.size()) {
             meetCursor();
@@ -54,8 +65,9 @@ private:
     /// Takes the next `length` characters as they are.
     void take(std::size_t length) {
         begin();
-        m_wordEnd += m_line.copy(m_wordEnd, length, m_at);
-        m_at += length;
+        for (; length != 0; --length) {
+            *m_wordEnd++ = m_line[m_at++];
+        }
     }
 
     void begin() {
@@ -174,6 +186,9 @@ private:
     }
 
     void stepOutside(char c) {
+        if (isWordCharacter(c) && !m_breaksInWords) {  // a tenth of a completion's instructions
+            return take(1);
+        }
         bool const isDollarQuote = !m_isFish && c == '$' && peek(1) == '\'';
         if (c == '\\' && m_at + 1 < m_line.size()) {
             takeEscape(m_isFish);
@@ -259,6 +274,7 @@ private:
     std::string_view m_line;
     std::size_t m_cursor = 0;
     std::string_view m_breaks;
+    bool m_breaksInWords = false;
     ShellLine* m_read = nullptr;
 
     std::size_t m_at = 0;
@@ -301,23 +317,28 @@ std::size_t rawLength(Shell shell, std::string_view raw, std::size_t length) {
 }
 
 void appendQuoted(std::string& line, std::string_view text, char quote) {
-    constexpr std::string_view kSpecial = " \t!\"#$&'()*;<>?[\\]^`{|}~";
-    for (char const c : text) {
+    std::string_view const escaped = quote == 0              ? " \t!\"#$&'()*;<>?[\\]^`{|}~"
+                                     : quote == '"'          ? "\"$`\\"
+                                     : quote == kDollarQuote ? "'\\"
+                                                             : "";
+    std::size_t done = 0;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        char const c = text[at];
+        if (isWordCharacter(c)) {
+            continue;
+        }
+        line += text.substr(done, at - done);
+        done = at;
         if (quote == '\'' && c == '\'') {
-            line += "'\\''";
+            line += "'\\'";  // and a quote
         } else if (quote == '"' && c == '!') {
             line += "\"\\!\"";  // no backslash inside the quotes would go away
-        } else {
-            std::string_view const escaped = quote == 0              ? kSpecial
-                                             : quote == '"'          ? "\"$`\\"
-                                             : quote == kDollarQuote ? "'\\"
-                                                                     : "";
-            if (isIn(escaped, c)) {
-                line += '\\';
-            }
-            line += c;
+            ++done;
+        } else if (isIn(escaped, c)) {
+            line += '\\';
         }
     }
+    line += text.substr(done);
 }
 
 }  // namespace varo_3_3::internal

@@ -179,24 +179,25 @@ private:
         Typo const typo(name);
         Nearest fitting;
         Nearest others;
+        auto const offer = [&](std::string_view spelling, std::string_view declared,
+                               OptionDescription const& record) {
+            unsigned const rank = typo.rank(spelling);
+            if (fitting.wants(rank)) {
+                Nearest& nearest = fits(record, action) ? fitting : others;
+                if (nearest.wants(rank)) {
+                    nearest.offer(rank, spelling, declared, &record);
+                }
+            }
+        };
         for (auto const& record : m_records) {
             if (record->isHidden() || (!hasDashes && !record->isAction())) {
                 continue;
             }
             NameList const& names = record->m_names;
-            std::size_t const forms = record->m_type == mosaic2::vtBool ? 2 : 1;
-            for (std::size_t at = 0; at < names.size() * forms; ++at) {
-                std::string_view const declared = names[at / forms];
-                bool const isNegation = at % forms != 0;
-                std::string_view const spelling =
-                    isNegation ? names.negation(at / forms) : declared;
-                unsigned const rank = typo.rank(spelling);
-                if (!fitting.wants(rank)) {
-                    continue;
-                }
-                Nearest& nearest = fits(*record, action) ? fitting : others;
-                if (nearest.wants(rank)) {
-                    nearest.offer(rank, spelling, declared, record.get());
+            for (std::size_t at = 0; at < names.size(); ++at) {
+                offer(names[at], names[at], *record);
+                if (record->m_type == mosaic2::vtBool) {
+                    offer(names.negation(at), names[at], *record);
                 }
             }
         }

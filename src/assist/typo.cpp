@@ -15,7 +15,8 @@ unsigned char lower(char letter) {
 }  // namespace
 
 Typo::Typo(std::string_view word)
-    : m_size(std::min(word.size(), kMostBytes)),
+    : m_wordSize(word.size()),
+      m_size(std::min(word.size(), kMostBytes)),
       m_mostEdits(m_size < 2    ? 0
                   : m_size <= 4 ? 1
                   : m_size <= 8 ? 2
@@ -35,7 +36,7 @@ Typo::Typo(std::string_view word)
 }
 
 unsigned Typo::rank(std::string_view name) const {
-    if (m_size == 0 || name.size() < 2 || name.size() + m_mostEdits < m_size) {
+    if (m_size == 0 || name.size() < 2 || name.size() + m_mostEdits < m_wordSize) {
         return kFar;
     }
     auto const [whole, beginning] = count(name);

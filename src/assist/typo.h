@@ -16,7 +16,7 @@ namespace varo_3_3::internal {
 /// computing Levenshtein and Damerau edit distances", 2003.
 class Typo {
 public:
-    /// The word is used up to its 64th byte, and read here only.
+    /// The word is read here only, up to its 64th byte; to a name it must be near in size as well.
     explicit Typo(std::string_view word);
 
     static constexpr unsigned kFar = ~0U;
@@ -39,7 +39,8 @@ private:
     Edits count(std::string_view name) const;
 
     std::array<std::uint64_t, 256> m_places{};  // of each byte in the word
-    std::size_t m_size;
+    std::size_t m_wordSize;
+    std::size_t m_size;  // up to the 64th byte
     unsigned m_mostEdits;
     unsigned m_mostOfBeginning;
     unsigned char m_first = 0;

@@ -3,8 +3,8 @@
 #include <exception>
 #include <utility>
 
+#include "options/value_text.h"
 #include "parser/parse_session.h"
-#include "platform/join.h"
 
 namespace varo_3_3 {
 namespace {
@@ -77,10 +77,15 @@ void keep(ParseSession& session, Failure::Stage stage, ArgumentList* args,
 }  // namespace
 
 void Origin::appendTo(std::string& text) const {
-    if (isInFile || number != 0) {
-        std::string const digits = number != 0 ? std::to_string(number) : std::string();
-        internal::append(text, {list, isInFile && number != 0 ? ":" : "", digits, outer});
+    if (!isInFile && number == 0) {
+        return;
     }
+    text += list;
+    if (number != 0) {
+        text += isInFile ? ":" : "";
+        appendText(text, number);
+    }
+    text += outer;
 }
 
 void keepFailedArgument(ParseSession& session, ArgumentList& args, Failure::Stage stage) noexcept {

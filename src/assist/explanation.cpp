@@ -24,11 +24,10 @@ bool looksLikeOption(std::string_view word) {
 }
 
 /// Tells which option a dashed word is, by which name, and where its value is.
-void appendOption(std::string& line, WalkedWord const& word, bool isValueNext) {
+void appendOption(std::string& line, Walk& walk, WalkedWord const& word, bool isValueNext) {
     std::string_view name;
     std::string_view value;
-    internal::WhiteSpace whiteSpace;
-    splitOptionValue(word.text, whiteSpace, &name, &value);
+    walk.split(word.text, name, value);
     OptionDescription const& option = *word.option;
     std::string_view const positive = word.isNegated && name.size() > 3 ? name.substr(3) : name;
     bool const isWhole = isNamed(option, name) || isNamed(option, positive);
@@ -71,7 +70,7 @@ void appendMeaning(std::string& line, WalkedWord const& word) {
 }
 
 /// Writes the line about a word. A message has lines of its own where a value has line feeds.
-void writeLine(std::string& line, Walk const& walk, std::size_t at) {
+void writeLine(std::string& line, Walk& walk, std::size_t at) {
     WalkedWord const& word = walk.words()[at];
     OptionFiles const& files = walk.files();
     line.clear();
@@ -88,12 +87,21 @@ void writeLine(std::string& line, Walk const& walk, std::size_t at) {
     if (word.isWrong) {
         // The message says why.
     } else if (word.kind == WalkedWord::kOption) {
-        appendOption(line, word, isValueNext);
+        appendOption(line, walk, word, isValueNext);
     } else {
         appendMeaning(line, word);
     }
     if (!word.message.empty()) {
         append(line, {word.isWrong ? ": " : ". ", word.message.substr(0, 1000)});
+    }
+}
+
+/// Writes the last line, nothing where words are wrong or all fits together.
+void writeVerdict(std::string& line, Walk const& walk, bool isWrong) {
+    ActionVerdict const verdict = walk.judge();
+    line.clear();
+    if (!isWrong && verdict.kind > ActionVerdict::kUndeclared) {
+        append(line, {"all together: ", textOf(verdict)});
     }
 }
 
@@ -103,16 +111,18 @@ void explain(BasicParser& parser, int argc, char const* const* argv, std::string
         return;
     }
     walk.takeOptionFiles();
+    std::size_t const count = walk.words().size();
     std::string line;
     bool isWrong = false;
-    for (std::size_t at = 0; at < walk.words().size(); ++at) {
-        writeLine(line, walk, at);
-        append(text, {printable(line), "\n"});
-        isWrong = isWrong || walk.words()[at].isWrong;
-    }
-    line = textOf(walk.judge());
-    if (!isWrong && !line.empty()) {
-        append(text, {"all together: ", printable(line), "\n"});
+    for (std::size_t at = 0; at <= count; ++at) {
+        if (at < count) {
+            writeLine(line, walk, at);
+            isWrong = isWrong || walk.words()[at].isWrong;
+        } else {
+            writeVerdict(line, walk, isWrong);
+        }
+        text += printable(line);
+        text += line.empty() ? "" : "\n";
     }
 }
 

@@ -170,10 +170,9 @@ private:
     void aboutName(std::string_view word) {
         std::string_view name = word;
         std::string_view value;
-        internal::WhiteSpace whiteSpace;
         bool const hasDashes = getDashLength(word, 0) != 0;
         if (hasDashes) {
-            splitOptionValue(word, whiteSpace, &name, &value);
+            m_walk.split(word, name, value);
         }
         OptionDescription const* const action = judge(nullptr, true).action;
         Typo const typo(name);
@@ -267,8 +266,7 @@ private:
     void aboutOwnValue(WalkedWord const& word) {
         std::string_view name;
         std::string_view value;
-        internal::WhiteSpace whiteSpace;
-        splitOptionValue(word.text, whiteSpace, &name, &value);
+        m_walk.split(word.text, name, value);
         OptionDescription const& option = *word.option;
         if (option.m_type != mosaic2::vtBool) {
             return aboutValue(option, value);

@@ -9,6 +9,7 @@
 #include "parser/basic_parser.h"
 #include "parser/option_files.h"
 #include "platform/white_space.h"
+#include "recognizers/dashes.h"
 #include "recognizers/recognizers.h"
 #include "results/parse_result.h"
 
@@ -72,6 +73,11 @@ public:
 
     /// What the second phase of a parse would say of all that was walked over.
     ActionVerdict judge() const;
+
+    /// As splitOptionValue().
+    bool split(std::string_view word, std::string_view& name, std::string_view& value) {
+        return splitOptionValue(word, m_whiteSpace, &name, &value);
+    }
 
     std::vector<WalkedWord> const& words() const { return m_words; }
     Mode mode() const { return m_mode; }

@@ -91,12 +91,10 @@ bool OptionFiles::loadNext(std::string_view& content, std::string& error) {
     m_current = m_next++;
     File& wanted = m_files[m_current];
     wanted.identity = BRIX::file_t::identify(wanted.name.data());
-    if (isInsideItself(m_current)) {
-        error = internal::join({"Option file '", wanted.name, "' includes itself"});
-        return false;
-    }
-    if (m_current >= kMostFiles || !load(wanted, text)) {
-        error = internal::join({"Error reading option file '", wanted.name, "'"});
+    bool const isInside = isInsideItself(m_current);
+    if (isInside || m_current >= kMostFiles || !load(wanted, text)) {
+        error = internal::join({isInside ? "Option file '" : "Error reading option file '",
+                                wanted.name, isInside ? "' includes itself" : "'"});
         return false;
     }
     m_bytesLeft -= text.size();

@@ -105,10 +105,10 @@ private:
     int runPhases(ArgumentSource& source, ParseSession& session);
     IResultCollector* collectorOf(ParseSession& session) const;
     int parseList(ArgumentSource& source, ParseSession& session);
-    int takeUnclaimed(ArgumentList& args, ParseSession& session) const;
+    [[gnu::cold]] int takeUnclaimed(ArgumentList& args, ParseSession& session) const;
     int expandOptionFiles(ParseSession& session);
     int collectNonparsingArguments(ArgumentList& args, ParseSession& session);
-    int offerToPositional(std::string_view argument, ParseSession& session);
+    [[gnu::cold]] int offerToPositional(std::string_view argument, ParseSession& session);
     template <class Build>
     char const* holdHelp(Build build);
 

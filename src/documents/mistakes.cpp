@@ -188,11 +188,12 @@ private:
 
     bool isActionTag(std::string const& tag) const {
         auto const isAction = [](Record const& record) { return record.isAction(); };
-        return m_registry.names().anyRecordNamed(tag, isAction) ||
-               std::any_of(m_registry.records().begin(), m_registry.records().end(),
-                           [&](auto const& record) {  // an action may have tags beside its names
-                               return record->isAction() && record->m_tags.contains(tag);
-                           });
+        bool isFound = m_registry.names().anyRecordNamed(tag, isAction);
+        for (std::size_t number = 0; !isFound && number < m_registry.records().size(); ++number) {
+            Record const& record = *m_registry.records()[number];
+            isFound = record.isAction() && record.m_tags.contains(tag);  // beside its names
+        }
+        return isFound;
     }
 
     void checkPositional(Record const& record) {

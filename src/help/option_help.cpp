@@ -13,6 +13,7 @@
 namespace varo_3_3 {
 namespace {
 
+using namespace std::string_view_literals;  // lengths that are known where one of two is chosen
 using internal::append;
 using internal::SortItem;
 
@@ -41,7 +42,7 @@ void appendValue(std::string& caption, OptionDescription const& option) {
         append(caption, {"=<", option.getTypeName(), ">"});
     }
     for (mosaic2::variant_t const& value : option.m_allowedValues) {
-        append(caption, {&value == &option.m_allowedValues.front() ? "=" : " | "});
+        append(caption, {&value == &option.m_allowedValues.front() ? "="sv : " | "sv});
         appendText(caption, value);
     }
     if (option.m_hasDefault) {
@@ -84,7 +85,7 @@ public:
                     writeEntry(optionOf(*entry));
                 }
             }
-            append(m_help, {isShown ? "\n" : ""});
+            append(m_help, {isShown ? "\n"sv : ""sv});
         }
     }
 
@@ -122,9 +123,9 @@ private:
         auto const& [name, text] = m_registry.sections()[number];
         bool const isShown = m_style.shows(name);
         if (isShown) {
-            append(m_help, {name, name.empty() ? "" : "\n"});
+            append(m_help, {name, name.empty() ? ""sv : "\n"sv});
             appendParagraph(m_help, text, "", kSectionColumn, kSectionWidth);
-            append(m_help, {text.empty() ? "" : "\n"});
+            append(m_help, {text.empty() ? ""sv : "\n"sv});
         }
         return isShown;
     }
@@ -167,16 +168,16 @@ private:
         bool const isDouble = (m_style.flags & kDoubleDashHelp) != 0;
         for (std::size_t number = option.m_names.size(); number-- > 0;) {
             std::string_view const name = option.m_names[number];
-            append(m_caption,
-                   {isDouble && name.size() >= 2 ? "--" : "-", name, number != 0 ? ", " : ""});
+            append(m_caption, {isDouble && name.size() >= 2 ? "--"sv : "-"sv, name,
+                               number != 0 ? ", "sv : ""sv});
         }
     }
 
     void writeSwitch(OptionDescription const& option) {
         std::optional<bool> const state = defaultState(option);
-        append(m_caption, {state == true ? " (default)" : "",
-                           (m_style.flags & kDoubleDashHelp) != 0 ? " | --no-" : " | -no-",
-                           option.firstName(), state == false ? " (default)" : ""});
+        append(m_caption, {state == true ? " (default)"sv : ""sv,
+                           (m_style.flags & kDoubleDashHelp) != 0 ? " | --no-"sv : " | -no-"sv,
+                           option.firstName(), state == false ? " (default)"sv : ""sv});
     }
 
     RegisteredOptionStorage const& m_registry;

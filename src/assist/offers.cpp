@@ -144,7 +144,7 @@ public:
         m_verdict = judge(m_given);
         for (GivenOption const& given : m_given) {
             if (isAction(given.name)) {
-                m_givenActions.push_back(given);
+                m_givenActions.push_back({given.name, given.isStored});
             }
         }
         if (m_verdict.action == nullptr) {

@@ -72,15 +72,15 @@ std::uint32_t NameIndex::findRecord(std::string_view name,
     return found;
 }
 
-NameIndex::BestMatch NameIndex::find_best_match(std::string_view typed) {
+NameIndex::BestMatch NameIndex::find_best_match(std::string_view typed, std::uint32_t exact) {
     BestMatch match;
     if (typed.empty()) {
         return match;
     }
-    match.first = findHead(typed, nullptr);
-    if (match.first != kNone) {
+    if (exact != kNone) {
+        match.first = exact;
         match.isExact = true;
-        match.isUnique = m_keys[match.first].next == kNone;
+        match.isUnique = isAlone(exact);
         return match;
     }
     sortHeads();
@@ -237,15 +237,15 @@ NameIndex::Key NameIndex::keyOf(OptionDescription const& record, std::size_t nam
 void NameIndex::insert(Key key) noexcept {
     key.hash = hashOf(key.text, key.tag);
     key.next = kNone;
-    std::uint32_t number = m_freeKey;
-    if (number != kNone) {
+    std::uint32_t const number =
+        m_freeKey != kNone ? m_freeKey : static_cast<std::uint32_t>(m_keys.size());
+    key.tail = number;
+    if (m_freeKey != kNone) {
         m_freeKey = m_keys[number].next;
+        m_keys[number] = key;
     } else {
-        number = static_cast<std::uint32_t>(m_keys.size());
         m_keys.push_back(key);
     }
-    key.tail = number;
-    m_keys[number] = key;
     noteChange();
 
     std::uint32_t const head = findHead(key.text, key.tag, key.hash);
@@ -278,9 +278,9 @@ void NameIndex::link(std::uint32_t head, std::uint32_t number) noexcept {
     m_keys[before].next = number;
 }
 
-void NameIndex::remove(Key wanted) noexcept {
-    wanted.hash = hashOf(wanted.text, wanted.tag);
-    std::uint32_t const head = findHead(wanted.text, wanted.tag, wanted.hash);
+void NameIndex::remove(Key const& wanted) noexcept {
+    std::uint32_t const head = findHead(wanted.text, wanted.tag);
+    std::uint32_t const hash = m_keys[head].hash;
     std::uint32_t before = kNone;
     std::uint32_t number = head;
     while (isEarlier(m_keys[number], wanted)) {
@@ -293,9 +293,9 @@ void NameIndex::remove(Key wanted) noexcept {
         m_keys[head].tail = next == kNone ? before : m_keys[head].tail;
     } else if (next != kNone) {
         m_keys[next].tail = m_keys[head].tail;
-        m_heads.replace(wanted.hash, head, next);
+        m_heads.replace(hash, head, next);
     } else {
-        m_heads.erase(wanted.hash, number);
+        m_heads.erase(hash, number);
     }
     m_keys[number].next = m_freeKey;
     m_freeKey = number;

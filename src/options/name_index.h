@@ -47,7 +47,7 @@ public:
     void addTag(OptionDescription const& record, std::string const& tag) noexcept;
 
     /// Removes every key of `record`, which must still be in its place in the list.
-    void removeRecord(OptionDescription const& record) noexcept;
+    [[gnu::cold]] void removeRecord(OptionDescription const& record) noexcept;
 
     /// The number of the first record that takes `name`, with one of `tags` unless those are empty;
     /// kNone if there is none.
@@ -67,7 +67,12 @@ public:
 
     /// The candidates for a typed name: the keys of equal text, or else all that begin with it. An
     /// empty name has none. May throw std::bad_alloc.
-    BestMatch find_best_match(std::string_view typed);
+    BestMatch find_best_match(std::string_view typed) {
+        return find_best_match(typed, findExact(typed));
+    }
+
+    /// The same when `exact`, the answer of findExact(), is known.
+    BestMatch find_best_match(std::string_view typed, std::uint32_t exact);
 
     /// The key that a typed name means to a parse; kNone for none and for several. May throw
     /// std::bad_alloc.
@@ -128,8 +133,8 @@ private:
     static unsigned spellingsOf(OptionDescription const& record);
     static Key keyOf(OptionDescription const& record, std::size_t name, bool isNegated);
     void insert(Key key) noexcept;
-    void link(std::uint32_t head, std::uint32_t number) noexcept;
-    void remove(Key wanted) noexcept;
+    [[gnu::noinline]] void link(std::uint32_t head, std::uint32_t number) noexcept;
+    [[gnu::cold]] void remove(Key const& wanted) noexcept;
     void noteChange() noexcept;
     [[gnu::noinline]] void sortHeads();
     [[gnu::noinline]] std::uint32_t earliestOf(std::size_t begin, std::size_t end);

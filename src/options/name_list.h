@@ -49,6 +49,8 @@ private:
     // As many as a declaration may begin with need no memory; 17 declarations save 17 allocations.
     static constexpr std::size_t kFew = 3;
 
+    [[gnu::cold]] void addToMany(std::string_view name);
+
     std::string_view m_few[kFew] = {""};
     std::vector<std::string_view> m_many;  // all of them, from the fourth on
     std::size_t m_size = 0;

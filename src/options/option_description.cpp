@@ -9,7 +9,6 @@
 
 namespace varo_3_3 {
 
-OptionDescription::~OptionDescription() = default;
 namespace {
 
 std::string textOf(mosaic2::variant_t const& value) {
@@ -19,6 +18,9 @@ std::string textOf(mosaic2::variant_t const& value) {
 }
 
 }  // namespace
+
+OptionDescription::~OptionDescription() = default;
+OptionDescription& OptionDescription::operator=(OptionDescription&&) = default;
 
 IOption* OptionDescription::synonym(char const* name) {
     if (name == nullptr) {

@@ -29,7 +29,7 @@ public:
     [[gnu::cold]] ~OptionDescription() override;
     OptionDescription(OptionDescription const&) = delete;
     OptionDescription& operator=(OptionDescription const&) = delete;
-    OptionDescription& operator=(OptionDescription&&) = default;
+    OptionDescription& operator=(OptionDescription&&);
 
     IOption* synonym(char const* name) override;
     IOption* allowValue(mosaic2::variant_t const& value) override;

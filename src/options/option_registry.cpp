@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <exception>
-#include <optional>
 
 #include "options/split_list.h"
 #include "platform/reserve_more.h"
@@ -12,17 +11,28 @@ namespace varo_3_3 {
 
 namespace {
 
-/// Why a declaration may not have these names: up to three, the third of at most two characters.
-std::optional<Refusals::Reason> judgeNames(std::string_view names) {
-    std::size_t const count = internal::countElements(names);
-    if (count > 3) {
-        return Refusals::Reason::kTooManyNames;
-    }
-    bool const isLong = count == 3 && names.size() - names.rfind(',') - 1 > 2;
-    return isLong ? std::optional(Refusals::Reason::kLongThirdName) : std::nullopt;
-}
+constexpr std::size_t kMostNames = 3;
+constexpr std::size_t kLongestThird = 2;
 
 }  // namespace
+
+/// The names of a list, as many as a declaration may have; and how many the list has.
+struct RegisteredOptionStorage::GivenNames {
+    explicit GivenNames(std::string_view list) {
+        internal::splitList(list, [this](std::string_view name) {
+            if (count < kMostNames) {
+                names[count] = name;
+            }
+            ++count;
+        });
+    }
+
+    std::string_view const* begin() const { return names; }
+    std::string_view const* end() const { return names + count; }
+
+    std::string_view names[kMostNames];
+    std::size_t count = 0;
+};
 
 /// A help section as a declaration names it, ready to be stored without failing: its texts are
 /// kept.
@@ -100,25 +110,32 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
                                           char const* description, bool isAction,
                                           mosaic2::das_variant_type_t type, char const* section) {
     SectionChange const sectionChange = prepareSection(section != nullptr ? section : "");
-    auto const unfit = names != nullptr ? judgeNames(names) : Refusals::Reason::kNoNames;
-    if (unfit) {
+    using enum Refusals::Reason;
+    if (names == nullptr) {
         commit(sectionChange);
-        return refuse(names, *unfit);
+        return refuse(names, kNoNames);
+    }
+    GivenNames const given(names);
+    if (given.count > kMostNames ||
+        (given.count == kMostNames && given.names[kMostNames - 1].size() > kLongestThird)) {
+        commit(sectionChange);
+        return refuse(names, given.count > kMostNames ? kTooManyNames : kLongThirdName);
     }
     auto record = std::make_unique<OptionDescription>();
     if (actions != nullptr) {
         record->tag(actions);
     }
-    std::uint32_t const holder = findOption(names, record->m_tags);
+    std::uint32_t const holder = findOption(given, record->m_tags);
     bool const isFree = holder == NameIndex::kNone;
     if (!isFree && !m_replace) {
         internal::varoLog("Tried to register an option with a name, which is alread registered: ",
                           names);
         commit(sectionChange);
-        return refuse(names, Refusals::Reason::kNameTaken, holder);
+        return refuse(names, kNameTaken, holder);
     }
-    internal::splitList(names,
-                        [&](std::string_view name) { record->m_names.add(name, *m_textHolder); });
+    for (std::string_view const name : given) {
+        record->m_names.add(name, *m_textHolder);
+    }
     if (actions != nullptr) {
         record->m_actions = keep(actions);
     }
@@ -144,15 +161,16 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
 }
 
 /// The first declaration that takes the first of these names that any takes.
-std::uint32_t RegisteredOptionStorage::findOption(std::string_view names,
+std::uint32_t RegisteredOptionStorage::findOption(GivenNames const& names,
                                                   std::set<std::string> const& tags) const {
-    std::uint32_t holder = NameIndex::kNone;
-    internal::splitList(names, [&](std::string_view name) {
-        if (holder == NameIndex::kNone) {
-            holder = m_names.findRecord(name, tags);
+    std::uint32_t found = NameIndex::kNone;
+    for (std::string_view const name : names) {
+        found = m_names.findRecord(name, tags);
+        if (found != NameIndex::kNone) {
+            break;
         }
-    });
-    return holder;
+    }
+    return found;
 }
 
 std::string_view RegisteredOptionStorage::keep(std::string_view text) {

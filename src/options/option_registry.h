@@ -81,6 +81,7 @@ public:
     void onPositionalSet(OptionDescription const& record) noexcept;
 
 private:
+    struct GivenNames;
     struct SectionChange;
 
     IOption* declare(char const* names, char const* actions, char const* description, bool isAction,
@@ -91,7 +92,7 @@ private:
     SectionChange prepareSection(std::string_view section);
     [[gnu::noinline]] std::string_view commit(SectionChange const& change) noexcept;
     std::string_view keep(std::string_view text);
-    std::uint32_t findOption(std::string_view names, std::set<std::string> const& tags) const;
+    std::uint32_t findOption(GivenNames const& names, std::set<std::string> const& tags) const;
     IOption* append(std::unique_ptr<OptionDescription> record) noexcept;
     [[gnu::cold]] IOption* replace(unsigned long index,
                                    std::unique_ptr<OptionDescription> record) noexcept;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <string_view>
 
 namespace varo_3_3::internal {
@@ -17,12 +16,6 @@ void splitList(std::string_view list, Take take) {
         }
         list.remove_prefix(comma + 1);
     }
-}
-
-inline std::size_t countElements(std::string_view list) {
-    std::size_t count = 0;
-    splitList(list, [&count](std::string_view) { ++count; });
-    return count;
 }
 
 }  // namespace varo_3_3::internal

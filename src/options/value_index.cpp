@@ -61,17 +61,16 @@ variant_t asOtherNumber(variant_t const& value) {
 }
 
 ValueIndex::ValueIndex(std::vector<variant_t> const& values) {
-    std::vector<internal::Lead> order;
-    order.reserve(values.size());
-    m_sorted.reserve(values.size());
-    for (variant_t const& value : values) {
-        order.push_back({leadOf(value), static_cast<std::uint32_t>(order.size())});
+    std::vector<internal::Lead> order(values.size());
+    for (std::size_t number = 0; number < order.size(); ++number) {
+        order[number] = {leadOf(values[number]), static_cast<std::uint32_t>(number)};
     }
     internal::sortByLead(order, [&](std::uint32_t left, std::uint32_t right) {
         return ByKind()(values[left], values[right]);
     });
-    for (internal::Lead const& lead : order) {
-        m_sorted.push_back(&values[lead.item]);
+    m_sorted.resize(values.size());
+    for (std::size_t number = 0; number < order.size(); ++number) {
+        m_sorted[number] = &values[order[number].item];
     }
 }
 

@@ -195,7 +195,10 @@ void OperationToString::execute<bool>() {
 
 template <>
 void OperationToString::execute<long long>() {
-    appendNumber(m_text, m_value.get<long long>());
+    long long const number = m_value.get<long long>();
+    auto const bits = static_cast<unsigned long long>(number);
+    m_text += number < 0 ? "-" : "";
+    appendNumber(m_text, number < 0 ? 0 - bits : bits);
 }
 
 template <>

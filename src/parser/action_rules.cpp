@@ -44,20 +44,17 @@ ActionVerdict findAction(std::vector<GivenOption> const& given,
 }
 
 void sortByName(std::vector<GivenOption>& given) {
-    std::vector<internal::Lead> order;
-    order.reserve(given.size());
-    for (GivenOption const& entry : given) {
-        order.push_back({internal::leadOf(entry.name), static_cast<std::uint32_t>(order.size())});
+    std::vector<GivenOption> const unsorted = given;
+    std::vector<internal::Lead> order(given.size());
+    for (std::size_t number = 0; number < order.size(); ++number) {
+        order[number] = {internal::leadOf(given[number].name), static_cast<std::uint32_t>(number)};
     }
     internal::sortByLead(order, [&](std::uint32_t left, std::uint32_t right) {
-        return given[left].name < given[right].name;
+        return unsorted[left].name < unsorted[right].name;
     });
-    std::vector<GivenOption> sorted;
-    sorted.reserve(given.size());
-    for (internal::Lead const& lead : order) {
-        sorted.push_back(given[lead.item]);
+    for (std::size_t number = 0; number < order.size(); ++number) {
+        given[number] = unsorted[order[number].item];
     }
-    given.swap(sorted);
 }
 
 /// The first option given that belongs neither to the action nor to every action; null if none

@@ -68,7 +68,7 @@ class HashIndex {
 public:
     static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-    HashIndex() noexcept;
+    [[gnu::noinline]] HashIndex() noexcept;
     HashIndex(HashIndex const&) = delete;
     HashIndex& operator=(HashIndex const&) = delete;
 

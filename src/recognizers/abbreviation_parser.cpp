@@ -24,16 +24,9 @@ result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStora
     NameIndex& names = options.names();
     std::uint32_t key = names.findExact(typedName);
     if (key == NameIndex::kNone || !names.isAlone(key)) {
-        NameIndex::BestMatch const match = names.find_best_match(typedName);
-        key = match.first;
+        key = findBest(args, names, typedName, key);
         if (key == NameIndex::kNone) {
-            return kNotTaken;
-        }
-        if (!match.isUnique && !names.isOneOption(match)) {
-            m_candidates = names.listCandidates(match);
-            trace(": failed to get best match for '", typedName, "' in argument '", args[0],
-                  "':Ambiguous option, possible options are: ", m_candidates);
-            return kTaken;  // parse reports it
+            return m_candidates.empty() ? kNotTaken : kTaken;  // parse reports several
         }
     }
     trace(": best match option for '", typedName, "' in argument '", args[0], "' is '",
@@ -42,6 +35,20 @@ result_t AbbreviationParser::recognize(ArgumentList& args, RegisteredOptionStora
     m_isNegated =
         options.records()[m_optionIndex]->m_type == mosaic2::vtBool && names.beginsWithNo(key);
     return kTaken;
+}
+
+/// The key that a name stands for which is not just one option's own, after findExact() gave
+/// `exact`; NameIndex::kNone for none, and for several, which are then listed in m_candidates.
+std::uint32_t AbbreviationParser::findBest(ArgumentList const& args, NameIndex& names,
+                                           std::string_view typedName, std::uint32_t exact) {
+    NameIndex::BestMatch const match = names.find_best_match(typedName, exact);
+    if (match.first == NameIndex::kNone || match.isUnique || names.isOneOption(match)) {
+        return match.first;
+    }
+    m_candidates = names.listCandidates(match);
+    trace(": failed to get best match for '", typedName, "' in argument '", args[0],
+          "':Ambiguous option, possible options are: ", m_candidates);
+    return NameIndex::kNone;
 }
 
 result_t AbbreviationParser::parse(ArgumentList& args, IResultCollector* collector,

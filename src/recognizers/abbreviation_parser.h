@@ -36,6 +36,8 @@ public:
 private:
     static constexpr unsigned long kNoOption = ~0UL;
 
+    [[gnu::noinline]] std::uint32_t findBest(ArgumentList const& args, NameIndex& names,
+                                             std::string_view typedName, std::uint32_t exact);
     result_t takeOption(ArgumentList& args, IResultCollector* collector,
                         OptionDescription const& option, std::string_view value,
                         std::string& message);

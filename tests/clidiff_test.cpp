@@ -500,8 +500,9 @@ TEST(CommandLineDiff, TheToolNamesTheFileAndTheByteInOneLine) {
         SCOPED_TRACE(row.name);
         std::string path =
             row.text.empty() ? directory.path(row.name) : directory.write(row.name, row.text);
-        std::string const command = VARO_CLIDIFF " " + old + " '" + path + "' 2> " +
-                                    directory.path("said") + " > " + directory.path("out");
+        std::string command = VARO_CLIDIFF " ";
+        command.append(old).append(" '").append(path).append("' 2> ");
+        command.append(directory.path("said")).append(" > ").append(directory.path("out"));
         int const status = std::system(command.c_str());
         EXPECT_EQ(WEXITSTATUS(status), 2);
         std::replace(path.begin(), path.end(), '\n', '?');

@@ -25,7 +25,7 @@ void declareGroundwork(varo::Parser& parser) {
     parser->modifier("by", "a,put", "", vtString, "")
         ->allowValue("x")
         ->allowDeprecatedValue("y", "x");
-    parser->modifier("by", "list", "", vtS32, "");
+    parser->modifier("by", "list", "", vtString, "");
     parser->allowSimultaneousActions({"add", "list"});
 }
 
@@ -67,8 +67,14 @@ TEST(Mistakes, AreTold) {
          "The option 'wrap': its name 'no-color' leads to the option 'color'."},
         {[](auto& p) { p->modifier("level", "list", "", vtS32, ""); },
          "The modifier 'level': its name 'level' leads to the option 'level'."},
-        {[](auto& p) { p->modifier("x", "list", "", vtS32, "")->synonym("by"); },
+        {[](auto& p) { p->modifier("x", "list", "", vtString, "")->synonym("by"); },
          "The modifier 'x': its name 'by' leads to the modifier 'by'."},
+        {[](auto& p) {
+             p->modifier("x", "add", "", vtString, "");
+             p->modifier("x", "list", "", vtS32, "");
+         },
+         "The modifier 'x': the values of 'x' become those of the modifier 'x' declared earlier, "
+         "which has the type 'string'."},
         // Actions
         {[](auto& p) { p->modifier("x", "add,ad", "", vtS32, "")->tag("lst"); },
          "The modifier 'x': there is no action 'ad'.\n"
@@ -106,6 +112,8 @@ TEST(Mistakes, AreTold) {
              p->option("x", "", vtString, "")->allowValue("directory")->defaultValue("dir");
          },
          "The option 'x': the default 'dir' is not among the allowed values."},
+        {[](auto& p) { p->option("x", "", vtString, "")->allowValue("a,b")->allowValue("c"); },
+         "The option 'x': the allowed value 'a,b' holds the separator ','."},
         {[](auto& p) { p->option("x", "", vtS32, "")->allowValue("1")->allowValue(1); },
          "The option 'x': the allowed string '1' is no value of type 'integer'."},
         {[](auto& p) { p->option("x", "", vtS32, "")->allowDeprecatedValue("1", 2.5); },
@@ -131,15 +139,19 @@ TEST(Mistakes, AreNoRemarks) {
     parser->option("d,depth", "", vtS32, "");
     parser->option("deep", "", vtS32, "")->synonym("\xC3\xA9");
     parser->option("\xC3\xA9tat", "", vtS32, "");
+    parser->option("wrap", "", vtBool, "");
+    parser->option("no-wr", "", vtS32, "");
     EXPECT_STREQ(varo::describeMistakes(parser.interface()), "");
-    EXPECT_STREQ(varo::describeRemarks(parser.interface()),
-                 "The option 'color': its name 'color' begins with 'co' of the option 'colorful'.\n"
-                 "The option 'color': its name 'color' begins with 'col' of the option 'col'.\n"
-                 "The option 'colorful': its name 'colorful' begins with 'col' of the option 'col'."
-                 "\n"
-                 "The option 'colorful': its name 'colorful' begins with 'color' of the option "
-                 "'color'.\n"
-                 "The option 'col': its name 'col' begins with 'co' of the option 'colorful'.");
+    EXPECT_STREQ(
+        varo::describeRemarks(parser.interface()),
+        "The option 'color': its name 'color' begins with 'co' of the option 'colorful'.\n"
+        "The option 'color': its name 'color' begins with 'col' of the option 'col'.\n"
+        "The option 'colorful': its name 'colorful' begins with 'col' of the option 'col'."
+        "\n"
+        "The option 'colorful': its name 'colorful' begins with 'color' of the option "
+        "'color'.\n"
+        "The option 'col': its name 'col' begins with 'co' of the option 'colorful'.\n"
+        "The option 'wrap': its name 'no-wrap' begins with 'no-wr' of the option 'no-wr'.");
 }
 
 TEST(Mistakes, AreBoundedAndKept) {

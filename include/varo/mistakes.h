@@ -14,9 +14,10 @@ class IParser;
 ///
 /// It reports refused declarations, each with the reason (the first hundred by name); names that
 /// nobody can type; names of other declarations that a name or synonym hides; modifiers of actions
-/// that are not declared; all positional declarations but the first; and defaults, allowed values
-/// and deprecated values of another type than the option's, or, for defaults, outside the allowed
-/// values. The lines are for people, and may change with any version.
+/// that are not declared; modifiers that share a name but not their type; all positional
+/// declarations but the first; defaults, allowed values and deprecated values of another type than
+/// the option's; defaults outside the allowed values; and allowed values that hold the separator.
+/// The lines are for people, and may change with any version.
 ///
 /// The text lives as long as the parser. "" also for null and for a parser that createParser did
 /// not make; "Out of memory." when memory runs out. Since 3.3.1.

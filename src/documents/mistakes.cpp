@@ -94,6 +94,9 @@ public:
         for (auto const& record : m_registry.records()) {
             for (std::string_view const name : record->m_names) {
                 checkBeginnings(*record, name);
+                if (record->m_type == mosaic2::vtBool) {
+                    checkBeginnings(*record, internal::join({"no-", name}));
+                }
             }
         }
         return std::move(m_text);
@@ -171,6 +174,11 @@ private:
         std::uint32_t found = m_registry.names().findRecord(name, m_noTags);
         if (found != kNone && found != record.m_index && !record.m_tags.empty() &&
             !recordAt(found).m_tags.empty()) {
+            if (recordAt(found).m_type != record.m_type) {
+                about(record) << "the values of '" << name << "' become those of the "
+                              << recordAt(found) << " declared earlier, which has the type '"
+                              << nameOf(recordAt(found).m_type) << "'.";
+            }
             found = m_registry.names().findRecord(name, record.m_tags);
         }
         if (found != kNone && found != record.m_index) {
@@ -205,7 +213,13 @@ private:
 
     void checkValues(Record const& record) {
         for (mosaic2::variant_t const& allowed : record.m_allowedValues) {
-            checkType(record, "allowed", allowed);
+            if (checkType(record, "allowed", allowed) && record.m_type == mosaic2::vtString &&
+                record.m_tokenizer != 0 &&
+                std::string_view(allowed.get<char const*>()).find(record.m_tokenizer) !=
+                    std::string_view::npos) {
+                (about(record) << "the allowed value ").quote(allowed)
+                    << " holds the separator '" << record.m_tokenizer << "'.";
+            }
         }
         for (auto const& [deprecated, replacement] : record.m_deprecatedValues) {
             checkType(record, "deprecated", deprecated);

@@ -32,7 +32,6 @@ struct Planned {
 
 struct Plan {
     int flags = 0;
-    bool readsFiles = false;
     std::vector<std::set<std::string>> together;
     std::vector<Planned> declarations;
 
@@ -99,13 +98,20 @@ public:
         if (type == mosaic2::vtBool) {
             return variant_t(oneIn(2));
         }
-        return type == mosaic2::vtString && !oneIn(9) ? variant_t(of(kTexts))
-                                                      : variant_t(static_cast<int>(below(4)));
+        if (type == mosaic2::vtString && !oneIn(9)) {
+            return variant_t(of(kTexts));
+        }
+        unsigned const number = below(4);
+        variant_t const numbers[] = {static_cast<int>(number), number, 1ULL * number,
+                                     number == 0 ? -0.0 : number};
+        unsigned const ofType = type == mosaic2::vtDouble ? 3 : type == mosaic2::vtU32 ? 1 : 0;
+        return oneIn(2) ? numbers[ofType] : of(numbers);
     }
 
     Planned declaration() {
         static constexpr mosaic2::das_variant_type_t kTypes[] = {
-            mosaic2::vtBool, mosaic2::vtS32, mosaic2::vtString, mosaic2::vtString, mosaic2::vtNull};
+            mosaic2::vtBool,   mosaic2::vtS32,    mosaic2::vtU32, mosaic2::vtDouble,
+            mosaic2::vtString, mosaic2::vtString, mosaic2::vtNull};
         static char const* const kActions[] = {"scan", "report", "scan,report", "help"};
         Planned planned;
         planned.type = of(kTypes);
@@ -241,7 +247,8 @@ private:
     }
 
     std::string word(Plan const& plan) {
-        static char const* const kValues[] = {"1", "2", "json", "j", "js", "x", "table,1", "true"};
+        static char const* const kValues[] = {"0",  "1", "2",       "json", "j",
+                                              "js", "x", "table,1", "true"};
         static char const* const kOthers[] = {"--", "-", "", "x", "3"};
         static char const* const kDashes[] = {"--", "--", "-", "\xE2\x80\x93"};
         if (oneIn(7)) {
@@ -438,6 +445,13 @@ TEST(CommandLineDiff, NamesEachBreakAndEachAddition) {
     changed.declarations.push_back({.kind = Planned::kAction, .names = "scan", .type = vtNull});
     EXPECT_EQ(joined(diff(plain.build(), changed.build()).breaks),
               "there are actions now, and one of them must be given|");
+
+    // Both zeros of a double are one value to the parser.
+    plain.declarations = {{.names = "n", .type = vtDouble, .allowed = {0.0, 1.0}}};
+    changed = plain;
+    changed.declarations[0].deprecated = {{-0.0, 1.0}};
+    EXPECT_EQ(joined(diff(plain.build(), changed.build()).breaks),
+              "--n: value '-0' now means '1'|");
 }
 
 TEST(CommandLineDiff, SaysWhereAFileCannotBeUsed) {
@@ -451,19 +465,22 @@ TEST(CommandLineDiff, SaysWhereAFileCannotBeUsed) {
         std::string where;  ///< the fault is where this is; "" at the end
         std::string reason;
     };
+    std::string const oddKind = R"({"kind": "banana"})";
     std::string const oddBytes = R"({"kind": "action", "names": [{"name": {"bytes": "6"}}]})";
     Case const cases[] = {
-        {"", "", "this is no JSON"},
-        {"{\"schema\": \xFF", "\xFF", "this is no JSON"},
-        {good.substr(0, good.size() / 2), "", "this is no JSON"},
-        {good + "x", "x", "this is no JSON"},
-        {std::string(16, '[') + "{" + std::string(1000000, '['), "{", "nested too deep"},
+        {"", "", "this is not JSON"},
+        {"{\"schema\": \xFF", "\xFF", "this is not JSON"},
+        {good.substr(0, good.size() / 2), "", "this is not JSON"},
+        {good + "x", "x", "this is not JSON"},
+        {std::string(16, '[') + "{" + std::string(1000000, '['), "{", "nested too deeply"},
         {"[]", "[]", "this should be an object"},
         {"{}", "{}", "this has no 'schema'"},
         {with("varo-command-line", "other"), "\"other", "this is no description of a command line"},
         {with("1,", "2,"), "2,", "this is version 2 of the schema; version 1 is known"},
         {with("1,", "-1,"), "-1,", "this should be a number"},
         {with("ns\": [", "ns\": [7"), "7", "this should be an object"},
+        {with("ns\": [", "ns\": [" + oddKind), "\"banana",
+         "this should be 'option', 'action' or 'modifier'"},
         {with("ns\": [", "ns\": [" + oddBytes), "\"6\"", "these are no bytes in hexadecimal"},
     };
     for (Case const& row : cases) {
@@ -489,8 +506,9 @@ TEST(CommandLineDiff, TheToolNamesTheFileAndTheByteInOneLine) {
     };
     Case const cases[] = {
         {"missing", "", "byte 0: this file cannot be read"},
-        {"broken", good.substr(0, 20), "byte 20: this is no JSON"},
-        {"host\nile", std::string(1000000, '['), "byte 16: nested too deep"},
+        {".", "", "byte 0: this file cannot be read"},
+        {"broken", good.substr(0, 20), "byte 20: this is not JSON"},
+        {"host\n\xC2\x9B\xE9ile", std::string(1000000, '['), "byte 16: nested too deeply"},
         {"newer", newer,
          "byte " + std::to_string(newer.find("2,")) +
              ": this is version 2 of the schema; version 1 is known"},
@@ -498,19 +516,20 @@ TEST(CommandLineDiff, TheToolNamesTheFileAndTheByteInOneLine) {
     std::string const old = directory.write("good", good);
     for (Case const& row : cases) {
         SCOPED_TRACE(row.name);
-        std::string path =
+        std::string const path =
             row.text.empty() ? directory.path(row.name) : directory.write(row.name, row.text);
         std::string command = VARO_CLIDIFF " ";
         command.append(old).append(" '").append(path).append("' 2> ");
         command.append(directory.path("said")).append(" > ").append(directory.path("out"));
         int const status = std::system(command.c_str());
         EXPECT_EQ(WEXITSTATUS(status), 2);
-        std::replace(path.begin(), path.end(), '\n', '?');
         for (auto const& [file, text] :
-             {std::pair("said", "varo-clidiff: " + path + ": " + row.said + "\n"),
+             {std::pair("said", "varo-clidiff: " + varo::printable(path) + ": " + row.said + "\n"),
               std::pair("out", std::string())}) {
             std::ifstream stream(directory.path(file));
             EXPECT_EQ(std::string((std::istreambuf_iterator<char>(stream)), {}), text);
         }
     }
+    std::string const unwritten = VARO_CLIDIFF " --help > /dev/full 2> ";
+    EXPECT_EQ(WEXITSTATUS(std::system((unwritten + directory.path("said")).c_str())), 2);
 }

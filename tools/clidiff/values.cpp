@@ -101,12 +101,32 @@ std::vector<std::string> brokenTexts(Declaration const& older, Declaration const
     return broken;
 }
 
+/// A set of values in which the two zeros of a double are one, as they are to the parser.
+class Numbers {
+public:
+    explicit Numbers(std::vector<TypedValue> const& values) {
+        for (TypedValue const& value : values) {
+            m_values.insert(withOneZero(value));
+        }
+    }
+
+    bool contains(TypedValue const& value) const { return m_values.contains(withOneZero(value)); }
+
+private:
+    static TypedValue withOneZero(TypedValue value) {
+        value.text = value.text == "-0" ? "0" : value.text;
+        return value;
+    }
+
+    std::set<TypedValue> m_values;
+};
+
 /// Values of other types are compared as they were declared. What has another type than the option
 /// may still equal one of its values, so that counts as a change.
 std::vector<std::string> brokenNumbers(Declaration const& older, Declaration const& newer) {
     std::vector<std::string> broken;
-    std::set const allowedBefore(older.allowed.begin(), older.allowed.end());
-    std::set const allowed(newer.allowed.begin(), newer.allowed.end());
+    Numbers const allowedBefore(older.allowed);
+    Numbers const allowed(newer.allowed);
     std::set const deprecatedBefore(older.deprecated.begin(), older.deprecated.end());
     std::set const deprecated(newer.deprecated.begin(), newer.deprecated.end());
     if (older.allowed.empty() && !newer.allowed.empty()) {
@@ -123,8 +143,11 @@ std::vector<std::string> brokenNumbers(Declaration const& older, Declaration con
                              inQuotes(pair.second.text));
         }
     }
+    bool const mixesTypes = std::ranges::any_of(
+        older.allowed, [&](TypedValue const& value) { return value.type != older.type; });
     for (auto const& pair : newer.deprecated) {
-        bool const mayBeAccepted = older.allowed.empty() || pair.first.type != older.type ||
+        bool const mayBeAccepted = older.allowed.empty() || mixesTypes ||
+                                   pair.first.type != older.type ||
                                    allowedBefore.contains(pair.first);
         if (mayBeAccepted && !deprecatedBefore.contains(pair)) {
             broken.push_back("value " + inQuotes(pair.first.text) + " now means " +

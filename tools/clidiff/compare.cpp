@@ -13,10 +13,17 @@ namespace {
 
 constexpr std::size_t kNone = CommandLine::kNone;
 
-bool has(Declaration const& declaration, std::string_view name) {
-    return std::ranges::find(declaration.names, name) != declaration.names.end();
+/// What is in `these` and not in `those`, in its order.
+template <class Type>
+std::vector<Type> without(std::vector<Type> const& these, std::vector<Type> const& those) {
+    std::set<Type> const left(those.begin(), those.end());
+    std::vector<Type> rest;
+    std::ranges::copy_if(these, std::back_inserter(rest),
+                         [&](Type const& one) { return !left.contains(one); });
+    return rest;
 }
 
+/// Walks over the left set alone.
 bool intersect(std::set<std::string> const& left, std::set<std::string> const& right) {
     return std::ranges::any_of(left, [&](std::string const& tag) { return right.contains(tag); });
 }
@@ -88,6 +95,12 @@ private:
         Found after;
     };
 
+    /// The old actions, by number, and which of them have a tag.
+    struct Actions {
+        std::vector<Role> all;
+        std::map<std::string_view, std::vector<std::size_t>> ofTag;
+    };
+
     void pairUp();
     void compareDeclaration(std::size_t number);
     void compareWords();
@@ -97,7 +110,8 @@ private:
     bool isShared(std::size_t number, std::string const& name) const;
     void comparePositional();
     void compareActions();
-    void compareModifier(Role const& option, std::vector<Role> const& actions);
+    void compareModifier(Role const& option, Actions const& actions);
+    static std::set<std::size_t> acceptedBefore(Role const& option, Actions const& actions);
     void compareGroups();
     void listNew();
 
@@ -161,15 +175,11 @@ void Comparison::compareDeclaration(std::size_t number) {
     if (older.isAction != newer.isAction) {
         addBreak(number, newer.isAction ? "became an action" : "is no longer an action");
     }
-    for (std::string const& name : older.names) {
-        if (!has(newer, name)) {
-            addBreak(number, "name " + inQuotes(name) + " removed");
-        }
+    for (std::string const& name : without(older.names, newer.names)) {
+        addBreak(number, "name " + inQuotes(name) + " removed");
     }
-    for (std::string const& name : newer.names) {
-        if (!has(older, name)) {
-            addAddition("--" + older.names.front() + ": name " + inQuotes(name));
-        }
+    for (std::string const& name : without(newer.names, older.names)) {
+        addAddition("--" + older.names.front() + ": name " + inQuotes(name));
     }
     if (older.type != newer.type) {
         addBreak(number, "type changed from " + older.type + " to " + newer.type);
@@ -194,11 +204,11 @@ void Comparison::compareDeclaration(std::size_t number) {
             addBreak(number, broken);
         }
     }
-    for (TypedValue const& value : newer.allowed) {
-        if (!older.allowed.empty() &&
-            std::ranges::find(older.allowed, value) == older.allowed.end()) {
-            addAddition("--" + older.names.front() + ": value " + inQuotes(value.text));
-        }
+    if (older.allowed.empty()) {
+        return;
+    }
+    for (TypedValue const& value : without(newer.allowed, older.allowed)) {
+        addAddition("--" + older.names.front() + ": value " + inQuotes(value.text));
     }
 }
 
@@ -379,7 +389,7 @@ void Comparison::compareActions() {
         return;
     }
     std::set<std::pair<std::string_view, std::string_view>> keys;
-    std::vector<Role> actions;
+    Actions actions;
     std::vector<Role> options;
     for (std::size_t number = 0; number < m_pairs.size(); ++number) {
         if (m_pairs[number] == kNone) {
@@ -390,10 +400,14 @@ void Comparison::compareActions() {
         if (keys.emplace(key, newKey).second) {
             Role const role{number, key == newKey, lookUp(m_older, m_oldNames, key),
                             lookUp(m_newer, m_newNames, newKey)};
-            (role.before.first->isAction ? actions : options).push_back(role);
+            (role.before.first->isAction ? actions.all : options).push_back(role);
         }
     }
-    for (Role const& action : actions) {
+    for (std::size_t number = 0; number < actions.all.size(); ++number) {
+        Role const& action = actions.all[number];
+        for (std::string const& tag : action.before.first->tags) {
+            actions.ofTag[tag].push_back(number);
+        }
         if (!action.after.first->isAction || !action.hasSameKey ||
             action.before.first->names.front() != action.after.first->names.front()) {
             addBreak(action.number, "the action has another first name");
@@ -404,7 +418,7 @@ void Comparison::compareActions() {
     }
 }
 
-void Comparison::compareModifier(Role const& option, std::vector<Role> const& actions) {
+void Comparison::compareModifier(Role const& option, Actions const& actions) {
     if (option.after.first->isAction) {
         addBreak(option.number, "shares its name with an action");
         return;
@@ -412,15 +426,30 @@ void Comparison::compareModifier(Role const& option, std::vector<Role> const& ac
     if (option.after.first->tags.empty()) {
         return;
     }
-    bool const wentWithAll = option.before.first->tags.empty();
-    for (Role const& action : actions) {
-        bool const wasAccepted =
-            wentWithAll || intersect(option.before.actions, action.before.first->tags);
-        if (wasAccepted && !intersect(option.after.actions, action.after.first->tags)) {
+    for (std::size_t const number : acceptedBefore(option, actions)) {
+        Role const& action = actions.all[number];
+        if (!intersect(action.after.first->tags, option.after.actions)) {
             addBreak(option.number,
                      "no longer accepted by --" + action.before.first->names.front());
         }
     }
+}
+
+/// The numbers of the old actions that an option could be given with.
+std::set<std::size_t> Comparison::acceptedBefore(Role const& option, Actions const& actions) {
+    std::set<std::size_t> numbers;
+    if (option.before.first->tags.empty()) {
+        for (std::size_t number = 0; number < actions.all.size(); ++number) {
+            numbers.insert(numbers.end(), number);
+        }
+    }
+    for (std::string const& tag : option.before.actions) {
+        auto const found = actions.ofTag.find(tag);
+        if (found != actions.ofTag.end()) {
+            numbers.insert(found->second.begin(), found->second.end());
+        }
+    }
+    return numbers;
 }
 
 /// Which actions may be combined.
@@ -431,23 +460,25 @@ void Comparison::compareGroups() {
             declared.insert(declaration.names.front());
         }
     }
-    std::multimap<std::string_view, std::set<std::string> const*> groupsOf;
-    for (std::set<std::string> const& group : m_newer.together) {
+    std::set const newGroups(m_newer.together.begin(), m_newer.together.end());
+    std::map<std::string_view, std::vector<std::set<std::string> const*>> groupsOf;
+    for (std::set<std::string> const& group : newGroups) {
         for (std::string const& action : group) {
-            groupsOf.emplace(action, &group);
+            groupsOf[action].push_back(&group);
         }
     }
     for (std::set<std::string> const& group : m_older.together) {
         std::vector<std::string_view> combined;
         std::ranges::copy_if(group, std::back_inserter(combined),
                              [&](std::string const& action) { return declared.contains(action); });
-        if (combined.size() < 2) {
+        if (combined.size() < 2 || newGroups.contains(group)) {
             continue;
         }
-        auto const [begin, end] = groupsOf.equal_range(combined.front());
-        bool const isAllowed = std::any_of(begin, end, [&](auto const& candidate) {
+        std::string_view const rarest = *std::ranges::min_element(
+            combined, {}, [&](std::string_view action) { return groupsOf[action].size(); });
+        bool const isAllowed = std::ranges::any_of(groupsOf[rarest], [&](auto const* candidate) {
             return std::ranges::all_of(combined, [&](std::string_view action) {
-                return candidate.second->contains(std::string(action));
+                return candidate->contains(std::string(action));
             });
         });
         if (!isAllowed) {

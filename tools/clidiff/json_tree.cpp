@@ -74,7 +74,7 @@ public:
         return true;
     }
     bool parse_error(std::size_t position, std::string const&, Json::exception const&) override {
-        throw Fault{position > 0 ? position - 1 : 0, "this is no JSON"};
+        throw Fault{position > 0 ? position - 1 : 0, "this is not JSON"};
     }
 
 private:
@@ -99,7 +99,7 @@ private:
         Node* const added = m_open.empty() ? &m_root : &m_open.back()->members.back().second;
         m_open.push_back(added);
         if (m_open.size() > kDeepest) {
-            throw Fault{added->offset, "nested too deep"};
+            throw Fault{added->offset, "nested too deeply"};
         }
         return true;
     }

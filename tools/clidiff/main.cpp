@@ -17,13 +17,9 @@ namespace {
 constexpr int kBroken = 1;
 constexpr int kUnusable = 2;
 
-/// One line of a terminal: control characters as "?".
-std::string line(std::string text) {
-    for (char& character : text) {
-        bool const isControl = static_cast<unsigned char>(character) < ' ' || character == '\x7F';
-        character = isControl ? '?' : character;
-    }
-    return text + "\n";
+/// One line of a terminal, whatever is in `text`.
+std::string line(std::string const& text) {
+    return varo::printable(text) + "\n";
 }
 
 int complain(std::string const& text) {
@@ -34,11 +30,23 @@ int complain(std::string const& text) {
 /// Throws Fault.
 clidiff::CommandLine load(std::string const& path) {
     std::ifstream file(path, std::ios::binary);
-    std::string const text((std::istreambuf_iterator<char>(file)), {});
-    if (!file.is_open() || file.bad()) {
+    std::string text;
+    bool isRead = file.is_open();
+    try {
+        text.assign(std::istreambuf_iterator<char>(file), {});
+    } catch (std::ios_base::failure const&) {  // of a directory, for one
+        isRead = false;
+    }
+    if (!isRead) {
         throw clidiff::Fault{0, "this file cannot be read"};
     }
     return clidiff::readJson(text);
+}
+
+/// Ends the output: with `status`, or with kUnusable if some of it was lost.
+int finish(int status) {
+    bool const isWritten = std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
+    return isWritten ? status : complain("standard output cannot be written");
 }
 
 int print(clidiff::Changes const& changes) {
@@ -48,10 +56,7 @@ int print(clidiff::Changes const& changes) {
     for (std::string const& text : changes.additions) {
         std::fputs(line("added: " + text).c_str(), stdout);
     }
-    if (std::fflush(stdout) != 0) {
-        return complain("standard output cannot be written");
-    }
-    return changes.breaks.empty() ? varo::kSuccess : kBroken;
+    return finish(changes.breaks.empty() ? varo::kSuccess : kBroken);
 }
 
 int run(std::vector<std::string> const& paths) {
@@ -86,12 +91,12 @@ int main(int argc, char** argv) {
             "Tells whether every old command line still means the same. Ends with 0 if so,\n"
             "with 1 if something broke, with 2 if a file cannot be used.\n\n%s",
             parser->getDescription(false));
-        return varo::kSuccess;
+        return finish(varo::kSuccess);
     }
     if (result.has("version")) {
         int const version = varo::libraryVersion();
         std::printf("varo-clidiff %d.%d.%d\n", version / 10000, version / 100 % 100, version % 100);
-        return varo::kSuccess;
+        return finish(varo::kSuccess);
     }
     std::vector<std::string> paths;
     for (varo::Value const& value : result.values("file")) {

@@ -74,9 +74,17 @@ TypedValue readValue(Node const& node, std::string const& type) {
     return {type, readText(node)};
 }
 
+bool readIsAction(Node const& kind) {
+    std::string const& text = expect(kind, Node::kText).text;
+    if (text != "action" && text != "modifier" && text != "option") {
+        fail(kind, "this should be 'option', 'action' or 'modifier'");
+    }
+    return text == "action";
+}
+
 Declaration readDeclaration(Node const& node) {
     Declaration declaration;
-    declaration.isAction = expect(member(node, "kind"), Node::kText).text == "action";
+    declaration.isAction = readIsAction(member(node, "kind"));
     readEach(node, "names", [&](Node const& name) {
         declaration.names.push_back(readText(member(name, "name")));
     });

@@ -40,8 +40,9 @@ VARO_EXPORT char const* firstEmptyOption(IParser* parser, int argc, char const* 
 ///     Add '--scan' or '--report'.                         no action
 ///
 /// It offers up to three names, with the dashes and the value that were typed, but no hidden
-/// options. "" after success, and when nothing is close enough. Time is linear in the number of
-/// names. Since 3.3.1.
+/// options. A word is shown as the program would see it: a shell may want blanks and other
+/// characters of it quoted. "" after success, and when nothing is close enough. Time is linear in
+/// the number of names. Since 3.3.1.
 VARO_EXPORT char const* suggestion(IParser* parser);
 
 /// What a parse of these arguments would do, without doing it: a line for each argument, and for

@@ -265,6 +265,24 @@ TEST(FailingMemory, DeclarationsAreMadeWholeOrNotAtAll) {
     });
 }
 
+TEST(FailingMemory, AWalkGoesOnWhereAnotherFails) {
+    exhaust([](Trial& trial, std::string const&) {
+        varo::Parser const parser;
+        parser->option("a", "", mosaic2::vtS32, "")->allowValue(1);
+        varo::Declaration const* walked = varo::nextDeclaration(parser.interface(), nullptr);
+        parser->option("b", kLong, mosaic2::vtS32, "")->allowValue(2);
+        parser->option("c", "", mosaic2::vtS32, "");
+        bool isWalked = false;
+        trial.attempt(
+            [&] { isWalked = varo::nextDeclaration(parser.interface(), nullptr) != nullptr; });
+        for (; walked != nullptr; walked = varo::nextDeclaration(parser.interface(), walked)) {
+            EXPECT_EQ(walked->size, static_cast<int>(sizeof *walked));
+            trial.m_notes += join(walked->allowedCount, walked->names[0], {walked->description});
+        }
+        return isWalked;
+    });
+}
+
 TEST(FailingMemory, SynonymsAreAddedOrNot) {
     exhaust([](Trial& trial, std::string const&) {
         varo::Parser const parser;

@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "options/value_text.h"
@@ -94,29 +95,48 @@ DeclaredValue show(Garbage& texts, mosaic2::variant_t const& value) {
     return {texts.init(text), &value};
 }
 
-void refreshArrays(DeclarationView& view, OptionDescription const& record, Garbage& texts) {
-    Declaration& shown = view.shown;
-    view.arrays.resize((record.m_names.size() + record.m_tags.size()) * sizeof(char const*) +
-                       record.m_allowedValues.size() * sizeof(DeclaredValue) +
-                       record.m_deprecatedValues.size() * sizeof(ReplacedValue));
-    shown.names = view.arrays.takeTexts(record.m_names);
-    shown.actions = view.arrays.takeTexts(record.m_tags);
-    auto* allowed = view.arrays.take<DeclaredValue>(record.m_allowedValues.size());
-    shown.allowed = allowed;
-    for (mosaic2::variant_t const& value : record.m_allowedValues) {
-        *allowed++ = show(texts, value);
-    }
-    auto* replaced = view.arrays.take<ReplacedValue>(record.m_deprecatedValues.size());
-    shown.deprecated = replaced;
-    for (auto const& [deprecated, replacement] : record.m_deprecatedValues) {
-        *replaced++ = {show(texts, deprecated), show(texts, replacement)};
-    }
+/// How long the arrays of a declaration are.
+void count(Declaration& shown, OptionDescription const& record) {
     shown.nameCount = static_cast<int>(record.m_names.size());
     shown.actionCount = static_cast<int>(record.m_tags.size());
     shown.allowedCount = static_cast<int>(record.m_allowedValues.size());
     shown.deprecatedCount = static_cast<int>(record.m_deprecatedValues.size());
+}
+
+bool haveSameArrays(Declaration const& left, Declaration const& right) {
+    return left.nameCount == right.nameCount && left.actionCount == right.actionCount &&
+           left.allowedCount == right.allowedCount && left.deprecatedCount == right.deprecatedCount;
+}
+
+/// Arrays of other lengths are made anew and shown when they are whole: another walk may be using
+/// the old ones when memory runs out.
+void refreshArrays(DeclarationView& view, OptionDescription const& record, Garbage& texts) {
+    Declaration shown = view.shown;
+    count(shown, record);
+    Arrays made;
+    bool const isSame = haveSameArrays(shown, view.shown);
+    Arrays& arrays = isSame ? view.arrays : made;
+    arrays.resize((record.m_names.size() + record.m_tags.size()) * sizeof(char const*) +
+                  record.m_allowedValues.size() * sizeof(DeclaredValue) +
+                  record.m_deprecatedValues.size() * sizeof(ReplacedValue));
+    shown.names = arrays.takeTexts(record.m_names);
+    shown.actions = arrays.takeTexts(record.m_tags);
+    auto* allowed = arrays.take<DeclaredValue>(record.m_allowedValues.size());
+    shown.allowed = allowed;
+    for (mosaic2::variant_t const& value : record.m_allowedValues) {
+        *allowed++ = show(texts, value);
+    }
+    auto* replaced = arrays.take<ReplacedValue>(record.m_deprecatedValues.size());
+    shown.deprecated = replaced;
+    for (auto const& [deprecated, replacement] : record.m_deprecatedValues) {
+        *replaced++ = {show(texts, deprecated), show(texts, replacement)};
+    }
     shown.defaultValue = record.m_hasDefault ? show(texts, record.m_defaultValue)
                                              : DeclaredValue{texts.init(""), nullptr};
+    if (!isSame) {
+        view.arrays = std::move(made);
+    }
+    view.shown = shown;
 }
 
 int kindOf(OptionDescription const& record) {
@@ -160,10 +180,13 @@ void refresh(DeclarationView& view, OptionDescription const& record, BasicParser
 Declaration const* firstDeclaration(BasicParser& parser) {
     auto& views = viewsOf(parser).declarations;
     for (auto const& record : parser.registry().records()) {
-        if (views.size() == record->m_index) {
-            views.push_back(std::make_unique<DeclarationView>());
+        if (record->m_index < views.size()) {
+            refresh(*views[record->m_index], *record, parser);
+        } else {
+            auto view = std::make_unique<DeclarationView>();
+            refresh(*view, *record, parser);
+            views.push_back(std::move(view));
         }
-        refresh(*views[record->m_index], *record, parser);
     }
     return !views.empty() ? &views.front()->shown : nullptr;
 }

@@ -93,6 +93,11 @@ public:
     std::string remarks() {
         for (auto const& record : m_registry.records()) {
             for (std::string_view const name : record->m_names) {
+                m_lengths.insert(name.size());
+            }
+        }
+        for (auto const& record : m_registry.records()) {
+            for (std::string_view const name : record->m_names) {
                 checkBeginnings(*record, name);
                 if (record->m_type == mosaic2::vtBool) {
                     checkBeginnings(*record, internal::join({"no-", name}));
@@ -242,7 +247,10 @@ private:
     }
 
     void checkBeginnings(Record const& record, std::string_view name) {
-        for (std::size_t size = 1; size < name.size(); ++size) {
+        for (std::size_t const size : m_lengths) {
+            if (size == 0 || size >= name.size()) {
+                continue;
+            }
             std::string_view const beginning = name.substr(0, size);
             m_registry.names().anyRecordNamed(beginning, [&](Record const& other) {
                 if (&other != &record && !isOneLetter(beginning)) {
@@ -268,6 +276,7 @@ private:
     BasicParser const& m_parser;
     RegisteredOptionStorage const& m_registry = m_parser.registry();
     std::set<std::string> const m_noTags;
+    std::set<std::size_t> m_lengths;  // of all names: no other beginning can be one
     std::string m_text;
 };
 

@@ -51,6 +51,13 @@ TEST(Replay, WritesFullNamesInOrderAndDefaultsAsComments) {
               std::string(kHeader) + "# --color\n--level=4\n--file=x y\n--name=a,b\n--\n-p\n");
     EXPECT_EQ(replay(parser, {}, varo::kOptionLines),
               std::string(kHeader) + "# --level=3\n# --color\n");
+
+    varo::Parser const odd;
+    odd->option("text", "", vtString, "")->defaultValue("one\ntwo\x1B");
+    odd->option("flag", "", vtNull, "")->defaultValue(true);
+    odd->option("a=b", "", vtS32, "")->defaultValue(1);
+    EXPECT_EQ(replay(odd, {}, varo::kOptionLines),
+              std::string(kHeader) + "# --text=one\\ntwo\\x1b\n# --flag=1\n# --a=b=1\n");
 }
 
 TEST(Replay, HoldsWhatLooksLikeSomethingElse) {

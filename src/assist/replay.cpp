@@ -8,6 +8,7 @@
 #include "platform/join.h"
 #include "platform/lead_sort.h"
 #include "varo/documents.h"
+#include "varo/printable.h"
 
 namespace varo_3_3 {
 namespace {
@@ -162,15 +163,19 @@ private:
         return record.m_type != mosaic2::vtBool && record.m_type != mosaic2::vtNull;
     }
 
-    /// Makes m_word the word that gives `value` to an option; the value alone where no name does.
-    void spellOut(OptionDescription const& record, std::string_view value) {
+    /// Makes m_word the word that gives `value` to an option; false, and the value alone, where no
+    /// name does.
+    bool spellOut(OptionDescription const& record, std::string_view value) {
         bool const isSwitched =
             record.m_type == mosaic2::vtBool ? value == "0" || value == "1" : value.empty();
         if ((!takesValue(record) && !isSwitched) || !spell(record, value == "0")) {
             m_word = value;
-        } else if (takesValue(record) && !value.empty()) {
+            return false;
+        }
+        if (takesValue(record) && !value.empty()) {
             append(m_word, {"=", value});
         }
+        return true;
     }
 
     /// Makes m_word a name of `record`, with dashes, that means it when written in full, and
@@ -194,6 +199,7 @@ private:
         return false;
     }
 
+    /// Nobody reads these lines back, so they need only be clear.
     void appendDefaults(std::string& text) {
         for (Entry const& entry : m_result.entries()) {
             OptionDescription const* const record = recordOf(entry);
@@ -201,8 +207,10 @@ private:
                 continue;
             }
             std::string_view const value = entry.defaultValue.text();
-            spellOut(*record, value.substr(0, value.find('\n')));
-            append(text, {"# ", m_word, "\n"});
+            if (!spellOut(*record, value)) {
+                m_word = internal::join({"--", record->firstName(), "=", value});
+            }
+            append(text, {"# ", printable(m_word), "\n"});
         }
     }
 

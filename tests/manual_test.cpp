@@ -220,6 +220,8 @@ TEST(Manual, NeedsItsTexts) {
     for (auto const spoil : {+[](varo::Manual& about) { about.date = nullptr; },
                              +[](varo::Manual& about) { about.date = "2026-11-2x"; },
                              +[](varo::Manual& about) { about.date = "2026-11-21 \n.SH"; },
+                             +[](varo::Manual& about) { about.date = "2026-13-21"; },
+                             +[](varo::Manual& about) { about.date = "2026-11-00"; },
                              +[](varo::Manual& about) { about.section = 0; },
                              +[](varo::Manual& about) { about.section = 10; }}) {
         EXPECT_TRUE(isEmpty(spoil));

@@ -117,8 +117,8 @@ VARO_EXPORT char const* describeJson(IParser* parser);
 struct Manual {
     int size = sizeof(Manual);          ///< lets the library know which members are there
     int section = 1;                    ///< of the manual, 1 to 9
-    char const* name = nullptr;         ///< required: the program's name
-    char const* summary = nullptr;      ///< required: what it does, one line without a full stop
+    char const* name = nullptr;         ///< required: the program's name, without blanks
+    char const* summary = nullptr;      ///< required: what it does; one line, ASCII, no full stop
     char const* date = nullptr;         ///< required: of the text, as year-month-day
     char const* version = nullptr;      ///< of the program
     char const* synopsis = nullptr;     ///< "": a line for each action is made
@@ -144,7 +144,9 @@ VARO_EXPORT char const* manual(IParser* parser, Manual const* about, int form);
 /// Which help helpText writes and how.
 struct HelpLayout {
     int size = sizeof(HelpLayout);  ///< lets the library know which members are there
-    int columns = 0;   ///< of the terminal, at least 20; 0: as many as standard output has, or 80
+    /// Of the terminal; less than 20 counts as 20, more than 10,000 as 10,000. 0: as many as
+    /// standard output has, or 80.
+    int columns = 0;
     int hidden = 0;    ///< not 0: only what is hidden, instead of all else
     int emphasis = 0;  ///< not 0: headings and names in bold, by the terminal's sequences
     char const* topic = nullptr;    ///< an action or another declaration; null: all

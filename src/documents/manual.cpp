@@ -12,13 +12,19 @@ namespace {
 
 using namespace internal;
 
-/// Whether a date reads like "2026-11-21".
+/// Whether a date reads like "2026-11-21". Every month may have 31 days.
 bool isDate(std::string_view text) {
     constexpr std::string_view kForm = "dddd-dd-dd";
-    return std::equal(kForm.begin(), kForm.end(), text.begin(), text.end(),
-                      [](char form, char byte) {
-                          return form == '-' ? byte == '-' : byte >= '0' && byte <= '9';
-                      });
+    bool const hasForm =
+        std::equal(kForm.begin(), kForm.end(), text.begin(), text.end(), [](char form, char byte) {
+            return form == '-' ? byte == '-' : byte >= '0' && byte <= '9';
+        });
+    if (!hasForm) {
+        return false;
+    }
+    int const month = 10 * (text[5] - '0') + text[6] - '0';
+    int const day = 10 * (text[8] - '0') + text[9] - '0';
+    return month >= 1 && month <= 12 && day >= 1 && day <= 31;
 }
 
 bool isWritable(Manual const& about, int form) {

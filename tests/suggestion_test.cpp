@@ -79,6 +79,8 @@ TEST(Suggestion, TellsWhatWasMeant) {
              {{"--scan", "--count=x"}, ""},
              {{"--scan", "--count", "-5"}, "Write '--count=-5'."},
              {{"--scan", "--cou", "-5"}, "Write '--cou=-5'."},
+             {{"--scan", "--count=", "-5"}, "Write '--count=-5'."},
+             {{"--scan", "--path", "-" + std::string(5000, 'x')}, ""},
              {{"--scan", "--count", "-x"}, ""},
              {{"--scan", "--count", "--color"}, ""},
              {{"--scan", "--count", "--"}, ""},
@@ -91,7 +93,7 @@ TEST(Suggestion, TellsWhatWasMeant) {
              // Actions
              {{"--depth=1"}, "Add '--scan'."},
              {{"a"}, "Add '--scan' or '--report'."},
-             {{"--color"}, "Add '--scan', '--report' or '--help'."},
+             {{"--color"}, "Add '--scan' or '--report'."},
              {{"scna", "src"}, "Did you mean '--scan'?"},
              {{"scan", "src"}, "Did you mean '--scan'?"},
              // Nothing is wrong, or not by the arguments

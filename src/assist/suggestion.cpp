@@ -20,6 +20,7 @@ using internal::Walk;
 using internal::WalkedWord;
 
 constexpr std::size_t kMostListed = 3;
+constexpr std::size_t kMostRepeated = 100;  // bytes of a value
 
 std::string_view dashesOf(std::string_view name) {
     return name.size() > 1 ? "--" : "-";
@@ -205,12 +206,11 @@ private:
         if (isElsewhere && !others.option->isAction()) {
             return belongs(*others.option, others.name, *action);
         }
-        constexpr std::size_t kMostBytes = 100;  // of a value that is repeated
         auto const before = static_cast<std::size_t>(name.data() - word.data());
         std::string_view const tail = word.substr(before + name.size());
         nearest.spellings.appendTo(m_text, kDidYouMean, "'?",
                                    hasDashes ? word.substr(0, before) : "--",
-                                   tail.size() <= kMostBytes ? tail : std::string_view());
+                                   tail.size() <= kMostRepeated ? tail : std::string_view());
     }
 
     /// The first piece of a value that is none of those allowed.
@@ -251,7 +251,13 @@ private:
             words[1].kind == WalkedWord::kEndMarker) {
             return;
         }
-        std::string const joined = internal::join({words[0].text, "=", words[1].text});
+        std::string_view name = words[0].text;
+        name.remove_suffix(name.ends_with('=') ? 1 : 0);
+        std::string_view const value = words[1].text;
+        if (value.size() > kMostRepeated) {
+            return;  // it may have been cut as well
+        }
+        std::string const joined = internal::join({name, "=", value});
         char const* const argument = joined.c_str();
         ArgumentVector source(&argument, 1);
         Walk walk(m_parser);
@@ -299,17 +305,19 @@ private:
         }
     }
 
-    /// The actions with which all that was given fits.
+    /// The actions with which all that was given fits, less those that only inform.
     void aboutMissingAction() {
         std::size_t tried = 0;
         Spellings fitting;
         bool isMore = false;
         for (auto const& record : m_records) {
             constexpr std::size_t kMostTried = 1000;
-            if (record->isAction() && !record->isHidden() && ++tried <= kMostTried &&
-                judge(record.get(), false).kind == ActionVerdict::kFits) {
+            std::string_view const name = record->firstName();
+            bool const isInformation = name == "help" || name == "version";
+            if (!isMore && record->isAction() && !record->isHidden() && !isInformation &&
+                ++tried <= kMostTried && judge(record.get(), false).kind == ActionVerdict::kFits) {
                 isMore = fitting.isFull();
-                fitting.add(record->firstName());
+                fitting.add(name);
             }
         }
         fitting.appendTo(m_text, isMore ? "Add an action, such as '" : "Add '", "'.");

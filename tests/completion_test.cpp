@@ -1,4 +1,7 @@
 #include "varo/completion.h"
+
+#include <chrono>
+
 #include "recognizers/argument_parser.h"
 #include "support.h"
 
@@ -196,4 +199,18 @@ TEST(Completion, GivesBashFinishedWords) {
     EXPECT_EQ(answer("\"-name=a:b"), "word\t-name=a:b c\nend\n");
     EXPECT_EQ(answer("> $'\\x01"), "end\n");
     EXPECT_EQ(answer("> 'a b"), "files\ta b\ta b\t'\t''a b\nend\n");
+}
+
+TEST(Completion, TakesTimeInWhatIsDeclared) {
+    varo::Parser parser(varo::kUnknownIsError);
+    std::string line;
+    for (int number = 0; number < 8000; ++number) {
+        std::string const text = std::to_string(number);
+        parser->action(("act" + text).c_str(), "", vtNull, "");
+        parser->option(("opt" + text).c_str(), "", vtNull, "");
+        line += "--opt" + text + " ";
+    }
+    auto const start = std::chrono::steady_clock::now();
+    EXPECT_NE(offers(parser, line + "--^"), "null");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
 }

@@ -140,13 +140,26 @@ class Fitting {
 public:
     /// `unfinished` is the word whose value is being typed, or null.
     Fitting(BasicParser& parser, Walk const& walk, WalkedWord const* unfinished, Trial& trial)
-        : m_parser(parser), m_trial(trial), m_given(walk.result().givenOptions()) {
+        : m_parser(parser),
+          m_trial(trial),
+          m_given(walk.result().givenOptions()),
+          m_isGiven(parser.registry().records().size(), '\0') {
         m_verdict = judge(m_given);
+        // What goes with every action decides nothing when one is added.
+        std::vector<GivenOption> deciding;
         for (GivenOption const& given : m_given) {
-            if (isAction(given.name)) {
+            if (given.isStored) {
+                noteGiven(given.name);
+            }
+            OptionDescription const* const record = parser.registry().find(given.name, {});
+            if (record != nullptr && record->isAction()) {
                 m_givenActions.push_back({given.name, given.isStored});
             }
+            if (record == nullptr || record->isAction() || !record->m_tags.empty()) {
+                deciding.push_back({given.name, given.isStored});
+            }
         }
+        m_given.swap(deciding);
         if (m_verdict.action == nullptr) {
             collectPossible();
         }
@@ -162,14 +175,7 @@ public:
     /// Whether the line is wrong whatever is added, so that nothing is asked to fit.
     bool isWrong() const { return m_isWrong; }
 
-    bool isGiven(OptionDescription const& option) const {
-        for (GivenOption const& given : m_given) {
-            if (given.isStored && isNamed(option, given.name)) {
-                return true;
-            }
-        }
-        return false;
-    }
+    bool isGiven(OptionDescription const& option) const { return m_isGiven[option.m_index] != 0; }
 
     /// The declaration that an occurrence of `option` would count as; null if it does not fit.
     OptionDescription const* fit(OptionDescription const& option) {
@@ -198,6 +204,14 @@ public:
     }
 
 private:
+    /// Everything that has this name counts as given.
+    void noteGiven(std::string_view name) {
+        m_parser.registry().names().anyRecordNamed(name, [&](OptionDescription const& record) {
+            m_isGiven[record.m_index] = 1;
+            return false;
+        });
+    }
+
     /// Whether the first declaration of this name is an action, as which it counts.
     bool isAction(std::string_view name) const {
         OptionDescription const* const record = m_parser.registry().find(name, {});
@@ -232,6 +246,7 @@ private:
     BasicParser& m_parser;
     Trial& m_trial;
     std::vector<GivenOption> m_given;
+    std::string m_isGiven;                    // a byte for each declaration, 1 or 0
     std::vector<GivenOption> m_givenActions;  // those of them that are actions
     ActionVerdict m_verdict;
     std::set<std::string> m_possibleTags;

@@ -1,3 +1,5 @@
+#include <chrono>
+
 #include "support.h"
 #include "varo/assist.h"
 
@@ -56,8 +58,14 @@ TEST(Suggestion, TellsWhatWasMeant) {
              {{"--scan", "--cuont"}, "Did you mean '--count'?"},
              {{"--scan", "--coulo"}, "Did you mean '--color'?"},
              {{"--scan", "--coort"}, "Did you mean '--color' or '--count'?"},
-             {{"--scan", "--formt=a\nb"}, "Did you mean '--format=a\\nb'?"},
+             {{"--scan", "--paht=a\nb"}, "Did you mean '--path=a\\nb'?"},
              {{"--scan", "--formt=" + std::string(200, 'x')}, "Did you mean '--format'?"},
+             // ... but no value that is wrong as well
+             {{"--scan", "--fromat=jsn"}, "Did you mean '--format'?"},
+             {{"--scna=3"}, "Did you mean '--scan'?"},
+             {{"--scan", "--coulor=off"}, "Did you mean '--no-color'?"},
+             {{"--scan", "--no-coulor=off"}, "Did you mean '--color'?"},
+             {{"--scan", "--coulor=red"}, "Did you mean '--color'?"},
              {{"--scan", "--quite"}, ""},
              {{"--scan", "-x"}, ""},
              {{"--scan", "--secrte"}, ""},
@@ -69,7 +77,8 @@ TEST(Suggestion, TellsWhatWasMeant) {
              {{"--depth=2", "--help"}, "'--depth' belongs to '--scan', not to '--help'."},
              {{"--by=dir", "--help"}, "'--by' belongs to '--scan' or '--report', not to '--help'."},
              {{"--sacn"}, "Did you mean '--scan'?"},
-             {{"--scan", "--reprot"}, "Did you mean '--report'?"},
+             {{"--scan", "--reprot"}, ""},
+             {{"--scan", "--hepl"}, "Did you mean '--help'?"},
              {{"--scan", "--report"}, ""},
              // Values
              {{"--scan", "--format=jsno"}, "Did you mean 'json'?"},
@@ -117,4 +126,43 @@ TEST(Suggestion, KnowsWhereItIsOnTheLine) {
     EXPECT_EQ(suggest(parser, {"fast", "fats"}), "Did you mean 'fast'?");
     EXPECT_EQ(suggest(parser, {"--count=1", "--", "fast", "saef"}), "Did you mean 'safe'?");
     EXPECT_EQ(suggest(parser, {"fast", "--count", "-1"}), "");
+}
+
+TEST(Suggestion, ProposesOnlyWhatIsTaken) {
+    varo::Parser parser(varo::kUnknownIsError | varo::kDashGuard);
+    parser->option("no-cache", "", vtBool, "");
+    parser->option("out put", "", vtBool, "");
+    parser->option("-x", "", vtU32, "");
+    parser->action("report", "", vtNull, "");
+    parser->action("scan", "", vtString, "")->defaultValue("all");
+    EXPECT_EQ(suggest(parser, {"--no-cache=yes"}), "");
+    EXPECT_EQ(suggest(parser, {"--out put=yes"}), "");
+    EXPECT_EQ(suggest(parser, {"--out"}), "");
+    EXPECT_EQ(suggest(parser, {"-j-x"}), "");
+    EXPECT_EQ(suggest(parser, {"--reprt"}), "");
+}
+
+TEST(Suggestion, OffersMissingActionsInTheirPlaces) {
+    varo::Parser parser(varo::kUnknownIsError | varo::kTakeTheRest);
+    parser->option("path", "", vtString, "")->positional();
+    parser->action("scan", "", vtNull, "");
+    parser->action("depth", "", vtU32, "");
+    EXPECT_EQ(suggest(parser, {"x", "--scan"}), "Add '--scan' or '--depth='.");
+    EXPECT_EQ(suggest(parser, {"x", "--sacn"}), "Did you mean '--scan'?");
+}
+
+TEST(Suggestion, TakesTimeInWhatIsDeclared) {
+    varo::Parser parser(varo::kUnknownIsError);
+    Arguments arguments;
+    for (int number = 0; number < 8000; ++number) {
+        std::string const text = std::to_string(number);
+        parser->action(("act" + text).c_str(), "", vtNull, "");
+        parser->option(("opt" + text).c_str(), "", vtNull, "");
+        arguments.push_back("--opt" + text);
+    }
+    auto const start = std::chrono::steady_clock::now();
+    EXPECT_EQ(suggest(parser, arguments), "Add an action, such as '--act0', '--act1' or '--act2'.");
+    arguments.push_back("--atc8");
+    EXPECT_NE(suggest(parser, arguments), "");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
 }

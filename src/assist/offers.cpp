@@ -7,6 +7,7 @@
 #include "assist/shell_words.h"
 #include "assist/walk.h"
 #include "help/option_help.h"
+#include "options/tag_sets.h"
 #include "options/value_text.h"
 #include "parser/option_files.h"
 #include "platform/join.h"
@@ -15,11 +16,6 @@
 
 namespace varo_3_3::internal {
 namespace {
-
-/// Whether an option has values, rather than being there or not.
-bool hasValues(OptionDescription const& option) {
-    return option.m_type != mosaic2::vtNull && option.m_type != mosaic2::vtBool;
-}
 
 bool isHidden(OptionDescription const& option) {
     return !HelpStyle{0, false}.shows(option.m_section);
@@ -73,7 +69,7 @@ public:
     /// Whether `dashedName` is taken as `option`, with some value if it has values.
     /// Leaves `dashedName` as it was.
     bool takesName(OptionDescription const& option, std::string& dashedName) {
-        if (!hasValues(option)) {
+        if (!option.hasValues()) {
             return takesAs(option, dashedName, "");
         }
         if (option.m_allowedValues.empty() &&
@@ -143,23 +139,14 @@ public:
         : m_parser(parser),
           m_trial(trial),
           m_given(walk.result().givenOptions()),
+          m_judge(m_given, parser.registry(), parser.simultaneousActions()),
+          m_verdict(m_judge.verdict()),
           m_isGiven(parser.registry().records().size(), '\0') {
-        m_verdict = judge(m_given);
-        // What goes with every action decides nothing when one is added.
-        std::vector<GivenOption> deciding;
         for (GivenOption const& given : m_given) {
             if (given.isStored) {
                 noteGiven(given.name);
             }
-            OptionDescription const* const record = parser.registry().find(given.name, {});
-            if (record != nullptr && record->isAction()) {
-                m_givenActions.push_back({given.name, given.isStored});
-            }
-            if (record == nullptr || record->isAction() || !record->m_tags.empty()) {
-                deciding.push_back({given.name, given.isStored});
-            }
         }
-        m_given.swap(deciding);
         if (m_verdict.action == nullptr) {
             collectPossible();
         }
@@ -183,11 +170,8 @@ public:
         if (m_isWrong || registry.actionCount() == 0 || isGiven(option)) {
             return &option;
         }
-        // What is given fits already, and another option changes that for nothing but itself.
         std::string_view const name = option.firstName();
-        std::vector<GivenOption> given = isAction(name) ? m_given : m_givenActions;
-        given.push_back({name, true});
-        auto const [kind, action, other] = judge(given);
+        auto const [kind, action, other] = m_judge.with(option);
         bool const isOpen = kind == ActionVerdict::kNoAction && !m_possibleTags.empty();
         if (kind != ActionVerdict::kFits && !isOpen) {
             return nullptr;
@@ -195,10 +179,18 @@ public:
         if (!isOpen && action == nullptr) {
             return &option;
         }
-        OptionDescription const* const own =
-            registry.find(name, isOpen ? m_possibleTags : action->m_tags);
+        std::set<std::string> const& tags = isOpen ? m_possibleTags : action->m_tags;
+        // A search looks up each of the tags, which can be those of all actions.
+        std::uint32_t const key = registry.names().findExact(name);
+        OptionDescription const* own = registry.records()[registry.names().recordOf(key)].get();
+        bool const isForAll = own->m_tags.empty();
+        if (!registry.names().isAlone(key)) {
+            own = registry.find(name, tags);
+        } else if (!isIntersected(own->m_tags, tags)) {
+            own = nullptr;
+        }
         if (own == nullptr) {
-            return !isOpen || registry.find(name, {})->m_tags.empty() ? &option : nullptr;
+            return !isOpen || isForAll ? &option : nullptr;
         }
         return own->firstName() == name ? own : &option;
     }
@@ -210,16 +202,6 @@ private:
             m_isGiven[record.m_index] = 1;
             return false;
         });
-    }
-
-    /// Whether the first declaration of this name is an action, as which it counts.
-    bool isAction(std::string_view name) const {
-        OptionDescription const* const record = m_parser.registry().find(name, {});
-        return record != nullptr && record->isAction();
-    }
-
-    ActionVerdict judge(std::vector<GivenOption>& given) const {
-        return judgeActions(given, m_parser.registry(), m_parser.simultaneousActions());
     }
 
     /// The tags of all actions that could be added, while there is none.
@@ -246,9 +228,9 @@ private:
     BasicParser& m_parser;
     Trial& m_trial;
     std::vector<GivenOption> m_given;
-    std::string m_isGiven;                    // a byte for each declaration, 1 or 0
-    std::vector<GivenOption> m_givenActions;  // those of them that are actions
-    ActionVerdict m_verdict;
+    Judge m_judge;
+    ActionVerdict const& m_verdict;
+    std::string m_isGiven;  // a byte for each declaration, 1 or 0
     std::set<std::string> m_possibleTags;
     bool m_isWrong = false;
 };
@@ -340,7 +322,7 @@ private:
     }
 
     void offerName(OptionDescription const& option, std::string_view name) {
-        bool const isFinished = !hasValues(option);
+        bool const isFinished = !option.hasValues();
         if (!name.starts_with(m_typedName) || option.m_isPositional ||
             (isFinished && m_fitting.isGiven(option))) {
             return;
@@ -390,7 +372,7 @@ private:
     /// Offers values of `option`, of which the text from `start` on was typed. Unless that is
     /// likely to be one, only values that the declaration names.
     void offerValues(OptionDescription const& option, std::size_t start, bool isLikely) {
-        if (!hasValues(option) || isHidden(option)) {
+        if (!option.hasValues() || isHidden(option)) {
             return;
         }
         m_group = "values";

@@ -20,47 +20,65 @@ using internal::Walk;
 using internal::WalkedWord;
 
 constexpr std::size_t kMostListed = 3;
-constexpr std::size_t kMostRepeated = 100;  // bytes of a value
+constexpr std::size_t kMostRepeated = 100;  // bytes of what was typed
 
 std::string_view dashesOf(std::string_view name) {
     return name.size() > 1 ? "--" : "-";
 }
 
-/// A few spellings of names. Views into declarations.
+/// A name, between what stands before it and after it. Views into declarations and into what was
+/// typed.
+struct Spelling {
+    std::string_view lead;
+    std::string_view name;
+    std::string_view tail;
+
+    // What a name that may have been meant belongs to.
+    OptionDescription const* option = nullptr;
+    std::size_t at = 0;  // of the option's names
+    bool isNegated = false;
+};
+
+/// The first few spellings that are added.
 class Spellings {
 public:
     bool isFull() const { return m_size == kMostListed; }
     bool isEmpty() const { return m_size == 0; }
     void clear() { m_size = 0; }
+    Spelling* begin() { return m_spellings; }
+    Spelling* end() { return m_spellings + m_size; }
 
-    /// Does nothing when it is full or has this one already.
-    void add(std::string_view name) {
+    /// Does nothing when it is full or has this name already.
+    void add(Spelling const& spelling) {
         for (std::size_t at = 0; at < m_size; ++at) {
-            if (m_names[at] == name) {
+            if (m_spellings[at].name == spelling.name) {
                 return;
             }
         }
         if (!isFull()) {
-            m_names[m_size++] = name;
+            m_spellings[m_size++] = spelling;
         }
     }
 
-    /// Appends: before 'a', 'b' or 'c' after. Each name is between `lead`, or its own dashes when
-    /// that is null, and `tail`. Nothing when there is no name.
-    void appendTo(std::string& text, std::string_view before, std::string_view after,
-                  std::string_view lead = {}, std::string_view tail = {}) const {
+    /// The same of the primary name of `option`, with its own dashes.
+    [[gnu::noinline]] void addName(OptionDescription const& option, std::string_view tail) {
+        add({dashesOf(option.firstName()), option.firstName(), tail});
+    }
+
+    /// Appends: before 'a', 'b' or 'c' after. Nothing when there is no name.
+    void appendTo(std::string& text, std::string_view before, std::string_view after) const {
         for (std::size_t at = 0; at < m_size; ++at) {
+            auto const& [lead, name, tail, option, number, isNegated] = m_spellings[at];
             bool const isLast = at + 1 == m_size;
             internal::append(text, {at == 0  ? before
                                     : isLast ? "' or '"
                                              : "', '",
-                                    lead.data() != nullptr ? lead : dashesOf(m_names[at]),
-                                    m_names[at], tail, isLast ? after : std::string_view()});
+                                    lead, name, tail, isLast ? after : std::string_view()});
         }
     }
 
 private:
-    std::string_view m_names[kMostListed];
+    Spelling m_spellings[kMostListed];
     std::size_t m_size = 0;
 };
 
@@ -71,21 +89,16 @@ struct Nearest {
         return offered < rank || (offered == rank && rank != Typo::kFar && !spellings.isFull());
     }
 
-    /// Requires: it is wanted. `declared` is the name that `spelling` means.
-    void offer(unsigned offered, std::string_view spelling, std::string_view declared,
-               OptionDescription const* record) {
+    /// Requires: it is wanted.
+    void offer(unsigned offered, Spelling const& spelling) {
         if (offered < rank) {
             rank = offered;
             spellings.clear();
-            name = declared;
-            option = record;
         }
         spellings.add(spelling);
     }
 
     unsigned rank = Typo::kFar;
-    OptionDescription const* option = nullptr;  // of the first spelling
-    std::string_view name;                      // ... and what it means
     Spellings spellings;
 };
 
@@ -99,9 +112,9 @@ public:
           m_failure(failure),
           m_text(text),
           m_records(parser.registry().records()),
-          m_walk(parser) {
-        m_walk.takeAgain(failure);
-    }
+          m_walk(parser),
+          m_given(retrace()),
+          m_judge(m_given, parser.registry(), parser.simultaneousActions()) {}
 
     void write() {
         if (m_failure.stage == Failure::kActions) {
@@ -112,11 +125,14 @@ public:
         // When the word is right, a handler refused it. What is ambiguous has the candidates in its
         // error.
         WalkedWord const& wrong = words[isValueNext ? 1 : 0];
+        bool const isCut = wrong.text.size() >= Failure::kMostBytes;
         if (!wrong.isWrong) {
             return;
         }
         if (wrong.kind == WalkedWord::kUnknown) {
             aboutName(wrong.text);
+        } else if (isCut) {
+            return;
         } else if (wrong.option != nullptr && wrong.kind != WalkedWord::kOption) {
             aboutValue(*wrong.option, wrong.text);
         } else if (wrong.option != nullptr) {
@@ -127,28 +143,56 @@ public:
 private:
     void say(std::initializer_list<std::string_view> parts) { internal::append(m_text, parts); }
 
-    /// What phase two says of what was stored, of `more`, and of the words walked over, if asked.
-    ActionVerdict judge(OptionDescription const* more, bool withWords) const {
+    /// Walks over the failed words again. Returns what phase two would find: what was stored before
+    /// them, the defaults, and those words.
+    std::vector<GivenOption> retrace() {
+        m_walk.takeAgain(m_failure);
         std::vector<GivenOption> given;
+        auto const add = [&](std::string_view name, bool isStored) {
+            given.push_back({name, isStored});
+        };
         std::string_view name;
         m_failure.given.rewind();
         while (m_failure.given.next(name)) {
-            given.push_back({name, true});
+            add(name, true);
+        }
+        for (std::uint32_t const number : m_parser.registry().withDefault()) {
+            add(m_records[number]->firstName(), false);
         }
         for (WalkedWord const& word : m_walk.words()) {
-            if (withWords && !word.isWrong && word.option != nullptr) {
-                given.push_back({word.option->firstName(), true});
+            if (m_failure.stage != Failure::kActions && !word.isWrong && word.option != nullptr) {
+                add(word.option->firstName(), true);
             }
         }
-        if (more != nullptr) {
-            given.push_back({more->firstName(), true});
-        }
-        return judgeActions(given, m_parser.registry(), m_parser.simultaneousActions());
+        return given;
     }
 
-    bool fits(OptionDescription const& option, OptionDescription const* action) const {
-        return option.isAction() ? judge(&option, true).kind != ActionVerdict::kActionsCollide
-                                 : action == nullptr || accepts(*action, option);
+    bool fits(OptionDescription const& option) const {
+        auto const& [kind, action, other] = m_judge.verdict();
+        if (!option.isAction()) {
+            return action == nullptr || accepts(*action, option);
+        }
+        return kind != ActionVerdict::kActionsCollide &&
+               m_judge.with(option).kind != ActionVerdict::kActionsCollide;
+    }
+
+    /// Whether a parse takes `word` as the name of `option`, with a value perhaps.
+    bool means(std::string const& word, OptionDescription const& option, bool isNegated) const {
+        char const* const argument = word.c_str();
+        ArgumentVector source(&argument, 1);
+        Walk walk(m_parser);
+        walk.goOn(Walk::Mode::kAnything);
+        walk.take(source);
+        WalkedWord const& read = walk.words()[0];
+        return !read.isWrong && read.kind == WalkedWord::kOption && read.option == &option &&
+               read.isNegated == isNegated;
+    }
+
+    /// Whether a name is read whole after its dashes.
+    bool canBeTyped(std::string_view name) {
+        std::string_view begin;
+        std::string_view value;
+        return getDashLength(name, 0) == 0 && !m_walk.split(name, begin, value);
     }
 
     void belongs(OptionDescription const& option, std::string_view name,
@@ -157,7 +201,7 @@ private:
         for (auto const& record : m_records) {
             if (record->isAction() && !record->isHidden() &&
                 isIntersected(record->m_tags, option.m_tags)) {
-                owners.add(record->firstName());
+                owners.addName(*record, {});
             }
         }
         if (!owners.isEmpty() && !option.isHidden() && !action.isHidden()) {
@@ -174,18 +218,24 @@ private:
         bool const hasDashes = getDashLength(word, 0) != 0;
         if (hasDashes) {
             m_walk.split(word, name, value);
+            if (m_parser.registry().find(name, {}) != nullptr) {
+                return;  // it stands where no name can be
+            }
         }
-        OptionDescription const* const action = judge(nullptr, true).action;
+        auto const before = static_cast<std::size_t>(name.data() - word.data());
+        std::string_view const lead = hasDashes ? word.substr(0, before) : "--";
         Typo const typo(name);
         Nearest fitting;
         Nearest others;
-        auto const offer = [&](std::string_view spelling, std::string_view declared,
-                               OptionDescription const& record) {
-            unsigned const rank = typo.rank(spelling);
-            if (fitting.wants(rank)) {
-                Nearest& nearest = fits(record, action) ? fitting : others;
+        auto const offer = [&](OptionDescription const& option, std::size_t at, bool isNegated) {
+            NameList const& names = option.m_names;
+            Spelling const spelling = {
+                lead, isNegated ? names.negation(at) : names[at], {}, &option, at, isNegated};
+            unsigned const rank = typo.rank(spelling.name);
+            if (fitting.wants(rank) && canBeTyped(spelling.name)) {
+                Nearest& nearest = fits(option) ? fitting : others;
                 if (nearest.wants(rank)) {
-                    nearest.offer(rank, spelling, declared, &record);
+                    nearest.offer(rank, spelling);
                 }
             }
         };
@@ -193,24 +243,57 @@ private:
             if (record->isHidden() || (!hasDashes && !record->isAction())) {
                 continue;
             }
-            NameList const& names = record->m_names;
-            for (std::size_t at = 0; at < names.size(); ++at) {
-                offer(names[at], names[at], *record);
+            for (std::size_t at = 0; at < record->m_names.size(); ++at) {
+                offer(*record, at, false);
                 if (record->m_type == mosaic2::vtBool) {
-                    offer(names.negation(at), names[at], *record);
+                    offer(*record, at, true);
                 }
             }
         }
-        bool const isElsewhere = Typo::editsOf(others.rank) < Typo::editsOf(fitting.rank);
-        Nearest const& nearest = isElsewhere ? others : fitting;
-        if (isElsewhere && !others.option->isAction()) {
-            return belongs(*others.option, others.name, *action);
+        if (Typo::editsOf(others.rank) < Typo::editsOf(fitting.rank)) {
+            auto const& other = *others.spellings.begin();
+            if (!other.option->isAction()) {
+                belongs(*other.option, other.option->m_names[other.at], *m_judge.verdict().action);
+            }
+            return;
         }
-        auto const before = static_cast<std::size_t>(name.data() - word.data());
         std::string_view const tail = word.substr(before + name.size());
-        nearest.spellings.appendTo(m_text, kDidYouMean, "'?",
-                                   hasDashes ? word.substr(0, before) : "--",
-                                   tail.size() <= kMostRepeated ? tail : std::string_view());
+        for (Spelling& spelling : fitting.spellings) {
+            if (!tail.empty()) {
+                repeat(tail, value, spelling);
+            }
+        }
+        fitting.spellings.appendTo(m_text, kDidYouMean, "'?");
+    }
+
+    /// Lets `spelling` say what was typed after the wrong name. False if that cannot be said.
+    bool repeat(std::string_view tail, std::string_view value, Spelling& spelling) const {
+        OptionDescription const& option = *spelling.option;
+        Spelling said = spelling;
+        said.tail = tail;
+        said.isNegated = false;
+        if (option.m_type == mosaic2::vtBool) {
+            mosaic2::variant_t meant;
+            fromString(value, mosaic2::vtBool, meant);
+            if (meant.m_type != mosaic2::vtBool) {
+                return false;
+            }
+            said.isNegated = meant.get<bool>() == spelling.isNegated;
+            said.tail = {};
+            said.name = said.isNegated ? option.m_names.negation(said.at) : option.m_names[said.at];
+        }
+        if (tail.size() > kMostRepeated ||
+            !means(internal::join({said.lead, said.name, said.tail}), option, said.isNegated)) {
+            return false;
+        }
+        spelling = said;
+        return true;
+    }
+
+    [[gnu::noinline]] void write(std::string_view tail, std::string_view value, Spelling spelling) {
+        if (repeat(tail, value, spelling)) {
+            say({"Write '", spelling.lead, spelling.name, spelling.tail, "'."});
+        }
     }
 
     /// The first piece of a value that is none of those allowed.
@@ -238,10 +321,10 @@ private:
             }
             unsigned const rank = typo.rank(text);
             if (nearest.wants(rank)) {
-                nearest.offer(rank, text, text, &option);
+                nearest.offer(rank, {{}, text, {}});
             }
         }
-        nearest.spellings.appendTo(m_text, kDidYouMean, "'?", "");
+        nearest.spellings.appendTo(m_text, kDidYouMean, "'?");
     }
 
     /// The first word lacks its value: that may be the next one, which begins with a dash.
@@ -253,19 +336,7 @@ private:
         }
         std::string_view name = words[0].text;
         name.remove_suffix(name.ends_with('=') ? 1 : 0);
-        std::string_view const value = words[1].text;
-        if (value.size() > kMostRepeated) {
-            return;  // it may have been cut as well
-        }
-        std::string const joined = internal::join({name, "=", value});
-        char const* const argument = joined.c_str();
-        ArgumentVector source(&argument, 1);
-        Walk walk(m_parser);
-        walk.goOn(Walk::Mode::kAnything);
-        walk.take(source);
-        if (!walk.words()[0].isWrong) {
-            say({"Write '", joined, "'."});
-        }
+        write(words[1].text, {}, {name, "=", {}, words[0].option});
     }
 
     /// An option with a wrong value after "=": one that is not allowed, or any of a boolean.
@@ -277,18 +348,16 @@ private:
         if (option.m_type != mosaic2::vtBool) {
             return aboutValue(option, value);
         }
-        mosaic2::variant_t meant;
-        fromString(value, mosaic2::vtBool, meant);
-        if (meant.m_type != mosaic2::vtBool || option.isHidden()) {
+        // A name that begins with "no-" switches off, whatever is before it.
+        if (option.isHidden() || option.firstName().starts_with(NameList::kNegation)) {
             return;
         }
-        bool const isOn = meant.get<bool>() != word.isNegated;
         auto const before = static_cast<std::size_t>(name.data() - word.text.data());
-        say({"Write '", word.text.substr(0, before), isOn ? "" : "no-", option.firstName(), "'."});
+        write({}, value, {word.text.substr(0, before), {}, {}, &option, 0, word.isNegated});
     }
 
     void aboutActions() {
-        ActionVerdict const verdict = judge(nullptr, false);
+        ActionVerdict const& verdict = m_judge.verdict();
         if (verdict.kind == ActionVerdict::kNotAccepted) {
             return belongs(*verdict.other, verdict.other->firstName(), *verdict.action);
         }
@@ -307,17 +376,18 @@ private:
 
     /// The actions with which all that was given fits, less those that only inform.
     void aboutMissingAction() {
-        std::size_t tried = 0;
         Spellings fitting;
         bool isMore = false;
         for (auto const& record : m_records) {
-            constexpr std::size_t kMostTried = 1000;
+            if (isMore) {
+                break;
+            }
             std::string_view const name = record->firstName();
             bool const isInformation = name == "help" || name == "version";
-            if (!isMore && record->isAction() && !record->isHidden() && !isInformation &&
-                ++tried <= kMostTried && judge(record.get(), false).kind == ActionVerdict::kFits) {
+            if (record->isAction() && !record->isHidden() && !isInformation &&
+                m_judge.with(*record).kind == ActionVerdict::kFits) {
                 isMore = fitting.isFull();
-                fitting.add(name);
+                fitting.addName(*record, record->hasValues() ? "=" : "");
             }
         }
         fitting.appendTo(m_text, isMore ? "Add an action, such as '" : "Add '", "'.");
@@ -328,6 +398,8 @@ private:
     std::string& m_text;
     OptionRecords const& m_records;
     Walk m_walk;
+    std::vector<GivenOption> m_given;
+    Judge m_judge;
 };
 
 void writeSuggestion(BasicParser& parser, std::string& text) {

@@ -42,6 +42,9 @@ public:
 
     bool isAction() const { return m_kind == kAction; }
 
+    /// Whether it has values, rather than being there or not.
+    bool hasValues() const { return m_type != mosaic2::vtNull && m_type != mosaic2::vtBool; }
+
     /// Whether only the hidden help shows it.
     bool isHidden() const { return m_section == "varo_hidden"; }
 

@@ -57,21 +57,26 @@ void sortByName(std::vector<GivenOption>& given) {
     }
 }
 
-/// The first option given that belongs neither to the action nor to every action; null if none
-/// does.
-OptionDescription const* findMisplaced(std::vector<GivenOption> const& given,
-                                       RegisteredOptionStorage const& registry,
-                                       OptionDescription const& action) {
+/// Refuses the first option given that belongs neither to the action nor to every action, if all
+/// fitted so far.
+[[gnu::noinline]] void judgeOptions(std::vector<GivenOption> const& given,
+                                    RegisteredOptionStorage const& registry,
+                                    ActionVerdict& verdict) {
+    OptionDescription const* const action = verdict.action;
+    if (verdict.kind != ActionVerdict::kFits || action == nullptr) {
+        return;
+    }
     for (GivenOption const& entry : given) {
-        OptionDescription const* record = registry.find(entry.name, action.m_tags);
+        OptionDescription const* record = registry.find(entry.name, action->m_tags);
         if (record == nullptr) {
             record = registry.find(entry.name, {});
         }
-        if (entry.isStored && !record->isAction() && !accepts(action, *record)) {
-            return record;
+        if (entry.isStored && !record->isAction() && !accepts(*action, *record)) {
+            verdict.kind = ActionVerdict::kNotAccepted;
+            verdict.other = record;
+            return;
         }
     }
-    return nullptr;
 }
 
 }  // namespace
@@ -98,10 +103,29 @@ ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStor
         sortByName(given);
     }
     ActionVerdict verdict = findAction(given, registry, groups);
-    if (verdict.kind == ActionVerdict::kFits && verdict.action != nullptr) {
-        verdict.other = findMisplaced(given, registry, *verdict.action);
-        verdict.kind =
-            verdict.other != nullptr ? ActionVerdict::kNotAccepted : ActionVerdict::kFits;
+    judgeOptions(given, registry, verdict);
+    return verdict;
+}
+
+Judge::Judge(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,
+             ActionGroups const& groups)
+    : m_registry(registry), m_groups(groups), m_verdict(judgeActions(given, registry, groups)) {
+    for (GivenOption const& entry : given) {
+        OptionDescription const* const record = registry.find(entry.name, {});
+        if (record != nullptr && (record->isAction() || !record->m_tags.empty())) {
+            (record->isAction() ? m_actions : m_modifiers).push_back({entry.name, entry.isStored});
+        }
+    }
+}
+
+ActionVerdict Judge::with(OptionDescription const& more) const {
+    std::vector<GivenOption> given = m_actions;
+    given.push_back({more.firstName(), true});
+    ActionVerdict verdict = judgeActions(given, m_registry, m_groups);
+    // An option changes nothing for those that were given.
+    OptionDescription const* const first = m_registry.find(more.firstName(), {});
+    if (first != nullptr && first->isAction()) {
+        judgeOptions(m_modifiers, m_registry, verdict);
     }
     return verdict;
 }

@@ -59,4 +59,27 @@ bool accepts(OptionDescription const& action, OptionDescription const& option);
 ActionVerdict judgeActions(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,
                            ActionGroups const& groups);
 
+/// What was given, taken apart once, so that many declarations can be held against it.
+class Judge {
+public:
+    /// Sorts `given` by name. The others, and the names in `given`, outlive this object.
+    Judge(std::vector<GivenOption>& given, RegisteredOptionStorage const& registry,
+          ActionGroups const& groups);
+
+    /// Of all that was given.
+    ActionVerdict const& verdict() const { return m_verdict; }
+
+    /// The verdict when `more` is given too. Requires that all that was given fits, or lacks an
+    /// action only. Takes time in the number of the actions given; for an action also in that of
+    /// the options given that it accepts and some other action does not.
+    ActionVerdict with(OptionDescription const& more) const;
+
+private:
+    RegisteredOptionStorage const& m_registry;
+    ActionGroups const& m_groups;
+    ActionVerdict m_verdict;
+    std::vector<GivenOption> m_actions;
+    std::vector<GivenOption> m_modifiers;
+};
+
 }  // namespace varo_3_3

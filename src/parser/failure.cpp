@@ -10,11 +10,10 @@ namespace varo_3_3 {
 namespace {
 
 constexpr std::size_t kMostWords = 1000;
-constexpr std::size_t kMostBytes = 4096;  // of one word
 
 void keepWords(Failure& failure, ArgumentList& args) {
     for (; !args.empty() && failure.numbers.size() < kMostWords; args.eraseFront()) {
-        failure.words.add(args[0].substr(0, kMostBytes));
+        failure.words.add(args[0].substr(0, Failure::kMostBytes));
         failure.numbers.push_back(static_cast<std::uint32_t>(args.numberOf(0)));
     }
 }

@@ -30,6 +30,8 @@ struct Origin {
 /// What is kept of a parse that failed, to explain it afterwards. Costs a parse nothing until it
 /// fails.
 struct Failure {
+    static constexpr std::size_t kMostBytes = 4096;  ///< of a word; longer ones are cut
+
     /// What failed.
     enum Stage {
         kArgument,    ///< an argument before the end marker

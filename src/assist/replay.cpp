@@ -104,6 +104,7 @@ private:
         }
         internal::sortByLead(order, std::less<std::uint32_t>());
         std::vector<Occurrence> occurrences;
+        occurrences.reserve(order.size());
         for (internal::Lead const& lead : order) {
             occurrences.push_back(found[lead.item]);
         }

@@ -24,20 +24,23 @@ bool isIn(std::string_view set, char c) {
 class LineReader {
 public:
     /// `words`, where the words are written, has wordBytes() for the size of the line.
-    LineReader(Shell shell, std::string_view line, char* words)
-        : m_isFish(shell == Shell::kFish), m_line(line), m_word(words), m_wordEnd(words) {}
+    LineReader(Shell shell, std::string_view line, char* words, ShellLine& read)
+        : m_isFish(shell == Shell::kFish),
+          m_line(line),
+          m_read(read),
+          m_word(words),
+          m_wordEnd(words) {}
 
     /// A word is no longer than what it is read from. Zeros end them: in the place of what
     /// separates words, and of the last and of the one at the cursor.
     static std::size_t wordBytes(std::size_t lineSize) { return lineSize + 2; }
 
-    void read(std::size_t cursor, std::string_view wordBreaks, ShellLine& line) {
+    void read(std::size_t cursor, std::string_view wordBreaks) {
         m_cursor = cursor;
         m_breaks = wordBreaks;
         for (char const each : wordBreaks) {
             m_breaksInWords = m_breaksInWords || isWordCharacter(each);
         }
-        m_read = &line;
         while (!m_isDone && m_at < m_line.size()) {
             meetCursor();
             step();
@@ -87,16 +90,16 @@ private:
         m_isPastCursor = true;
         begin();
         m_isCursorWord = true;
-        m_read->typed = word();
-        m_read->raw = m_line.substr(m_start, m_cursor - m_start);
-        m_read->quote = m_quote;
-        m_read->isRedirection = m_isTarget;
+        m_read.typed = word();
+        m_read.raw = m_line.substr(m_start, m_cursor - m_start);
+        m_read.quote = m_quote;
+        m_read.isRedirection = m_isTarget;
         if (m_quote != 0) {
             m_breakRaw = m_quoteRaw;
             m_breakTyped = m_quoteTyped;
         }
-        m_read->keptRaw = std::min(m_breakRaw, m_cursor) - m_start;
-        m_read->keptTyped = m_breakTyped;
+        m_read.keptRaw = std::min(m_breakRaw, m_cursor) - m_start;
+        m_read.keptTyped = m_breakTyped;
         finishWord();  // what follows belongs to no word that anybody asks for
     }
 
@@ -250,13 +253,13 @@ private:
             m_isDone = true;
             return;
         }
-        m_read->before.clear();
+        m_read.before.clear();
         ++m_at;
     }
 
     void endWord() {
         if (m_isInWord && !m_isCursorWord && !m_isTarget) {
-            (m_isPastCursor ? m_read->after : m_read->before).push_back(m_word);
+            (m_isPastCursor ? m_read.after : m_read.before).push_back(m_word);
             finishWord();
         }
         m_isTarget = m_isTarget && !m_isInWord;
@@ -272,10 +275,10 @@ private:
 
     bool m_isFish;
     std::string_view m_line;
+    ShellLine& m_read;
     std::size_t m_cursor = 0;
     std::string_view m_breaks;
     bool m_breaksInWords = false;
-    ShellLine* m_read = nullptr;
 
     std::size_t m_at = 0;
     bool m_isDone = false;
@@ -307,13 +310,14 @@ ShellLine readShellLine(Shell shell, std::string_view left, std::string_view rig
     char* const line = read.texts.get();
     left.copy(line, left.size());
     right.copy(line + left.size(), right.size());
-    LineReader(shell, {line, size}, line + size).read(left.size(), wordBreaks, read);
+    LineReader(shell, {line, size}, line + size, read).read(left.size(), wordBreaks);
     return read;
 }
 
 std::size_t rawLength(Shell shell, std::string_view raw, std::size_t length) {
     std::unique_ptr<char[]> const words(new char[LineReader::wordBytes(raw.size())]);
-    return LineReader(shell, raw, words.get()).reach(length);
+    ShellLine unread;
+    return LineReader(shell, raw, words.get(), unread).reach(length);
 }
 
 void appendQuoted(std::string& line, std::string_view text, char quote) {

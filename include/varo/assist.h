@@ -39,11 +39,11 @@ VARO_EXPORT char const* firstEmptyOption(IParser* parser, int argc, char const* 
 ///     Write '--no-color'.                                 a boolean with a value
 ///     Add '--scan' or '--report'.                         no action
 ///
-/// It offers up to three names, with the dashes that were typed and with the value, if a parse would
-/// take that; but no hidden options, and for a missing action neither help nor version. A word is
-/// shown as the program would see it: a shell may want blanks and other characters of it quoted. ""
-/// after success, and when nothing is close enough. Time is linear in the number of names. Since
-/// 3.3.1.
+/// It offers up to three names, with the dashes that were typed and with the value, if a parse
+/// would take that; but no hidden options, and for a missing action neither help nor version. A
+/// word is shown as the program would see it: a shell may want blanks and other characters of it
+/// quoted. "" after success, and when nothing is close enough. Time is linear in the number of
+/// names. Since 3.3.1.
 VARO_EXPORT char const* suggestion(IParser* parser);
 
 /// What a parse of these arguments would do, without doing it: a line for each argument, and for

@@ -32,7 +32,9 @@ enum class Place {
 class Trial final : public IResultCollector {
 public:
     explicit Trial(BasicParser& parser)
-        : m_registry(parser.registry()), m_flags(parser.flags() & ~kTakeTheRest) {}
+        : m_registry(parser.registry()),
+          m_recognizers(nullptr, nullptr, parser.flags() & ~kTakeTheRest, m_whiteSpace,
+                        {m_position, kIsTraced}) {}
 
     /// Whether `word` is taken whole at `place`; for an option's value, after `optionWord`.
     bool takes(Place place, char const* optionWord, char const* word) {
@@ -40,18 +42,17 @@ public:
         bool const isValue = place == Place::kOptionValue;
         ArgumentVector source(words + (isValue ? 0 : 1), isValue ? 2 : 1);
         ArgumentList args(source);
-        // Made anew, since they remember an argument by where it stands.
-        Recognizers recognizers(nullptr, nullptr, m_flags, m_whiteSpace, {m_position, kIsTraced});
+        m_recognizers.abbreviation.forgetArgument();
         unsigned long index = ~0UL;
         m_isAsWanted = false;
         IArgumentParser* const recognizer = place == Place::kPositional
-                                                ? &recognizers.positional
-                                                : recognizers.choose(args, m_registry, m_warning);
+                                                ? &m_recognizers.positional
+                                                : m_recognizers.choose(args, m_registry, m_warning);
         m_warning.clear();
         bool const isTaken =
             recognizer != nullptr &&
             recognizer->parse(args, this, m_registry, index, m_warning) == kTaken && args.empty();
-        m_isPositional = recognizer == &recognizers.positional;
+        m_isPositional = recognizer == &m_recognizers.positional;
         m_option =
             index < m_registry.records().size() ? m_registry.records()[index].get() : nullptr;
         return isTaken;
@@ -119,9 +120,9 @@ private:
     }
 
     RegisteredOptionStorage& m_registry;
-    int m_flags;
     WhiteSpace m_whiteSpace;
     int m_position = 0;
+    Recognizers m_recognizers;
     OptionDescription const* m_option = nullptr;
     bool m_isPositional = false;
     std::string_view m_wantedText;

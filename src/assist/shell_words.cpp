@@ -73,6 +73,16 @@ private:
         }
     }
 
+    /// How many word characters are next, up to the cursor.
+    std::size_t wordRun() const {
+        std::size_t const end = m_isPastCursor ? m_line.size() : std::min(m_cursor, m_line.size());
+        std::size_t at = m_at + 1;
+        while (at < end && isWordCharacter(m_line[at])) {
+            ++at;
+        }
+        return at - m_at;
+    }
+
     void begin() {
         if (!m_isInWord) {
             m_isInWord = true;
@@ -189,8 +199,8 @@ private:
     }
 
     void stepOutside(char c) {
-        if (isWordCharacter(c) && !m_breaksInWords) {  // a tenth of a completion's instructions
-            return take(1);
+        if (isWordCharacter(c) && !m_breaksInWords) {
+            return take(wordRun());
         }
         bool const isDollarQuote = !m_isFish && c == '$' && peek(1) == '\'';
         if (c == '\\' && m_at + 1 < m_line.size()) {

@@ -95,27 +95,15 @@ DeclaredValue show(Garbage& texts, mosaic2::variant_t const& value) {
     return {texts.init(text), &value};
 }
 
-/// How long the arrays of a declaration are.
-void count(Declaration& shown, OptionDescription const& record) {
-    shown.nameCount = static_cast<int>(record.m_names.size());
-    shown.actionCount = static_cast<int>(record.m_tags.size());
-    shown.allowedCount = static_cast<int>(record.m_allowedValues.size());
-    shown.deprecatedCount = static_cast<int>(record.m_deprecatedValues.size());
+/// Whether the arrays of `shown` are as long as those of `record`.
+bool isAsLong(Declaration const& shown, OptionDescription const& record) {
+    return static_cast<std::size_t>(shown.nameCount) == record.m_names.size() &&
+           static_cast<std::size_t>(shown.actionCount) == record.m_tags.size() &&
+           static_cast<std::size_t>(shown.allowedCount) == record.m_allowedValues.size() &&
+           static_cast<std::size_t>(shown.deprecatedCount) == record.m_deprecatedValues.size();
 }
 
-bool haveSameArrays(Declaration const& left, Declaration const& right) {
-    return left.nameCount == right.nameCount && left.actionCount == right.actionCount &&
-           left.allowedCount == right.allowedCount && left.deprecatedCount == right.deprecatedCount;
-}
-
-/// Arrays of other lengths are made anew and shown when they are whole: another walk may be using
-/// the old ones when memory runs out.
-void refreshArrays(DeclarationView& view, OptionDescription const& record, Garbage& texts) {
-    Declaration shown = view.shown;
-    count(shown, record);
-    Arrays made;
-    bool const isSame = haveSameArrays(shown, view.shown);
-    Arrays& arrays = isSame ? view.arrays : made;
+void fill(Declaration& shown, Arrays& arrays, OptionDescription const& record, Garbage& texts) {
     arrays.resize((record.m_names.size() + record.m_tags.size()) * sizeof(char const*) +
                   record.m_allowedValues.size() * sizeof(DeclaredValue) +
                   record.m_deprecatedValues.size() * sizeof(ReplacedValue));
@@ -131,11 +119,26 @@ void refreshArrays(DeclarationView& view, OptionDescription const& record, Garba
     for (auto const& [deprecated, replacement] : record.m_deprecatedValues) {
         *replaced++ = {show(texts, deprecated), show(texts, replacement)};
     }
+    shown.nameCount = static_cast<int>(record.m_names.size());
+    shown.actionCount = static_cast<int>(record.m_tags.size());
+    shown.allowedCount = static_cast<int>(record.m_allowedValues.size());
+    shown.deprecatedCount = static_cast<int>(record.m_deprecatedValues.size());
     shown.defaultValue = record.m_hasDefault ? show(texts, record.m_defaultValue)
                                              : DeclaredValue{texts.init(""), nullptr};
-    if (!isSame) {
-        view.arrays = std::move(made);
+}
+
+/// Arrays of other lengths are made anew and shown when they are whole: another walk may be using
+/// the old ones when memory runs out.
+void refreshArrays(DeclarationView& view, OptionDescription const& record, Garbage& texts) {
+    bool const isUnseen = view.shown.size == 0;
+    if (isUnseen || isAsLong(view.shown, record)) {
+        fill(view.shown, view.arrays, record, texts);
+        return;
     }
+    Declaration shown = view.shown;
+    Arrays arrays;
+    fill(shown, arrays, record, texts);
+    view.arrays = std::move(arrays);
     view.shown = shown;
 }
 

@@ -93,7 +93,8 @@ public:
     std::string remarks() {
         for (auto const& record : m_registry.records()) {
             for (std::string_view const name : record->m_names) {
-                m_lengths.insert(name.size());
+                m_isLength.resize(std::max(m_isLength.size(), name.size() + 1));
+                m_isLength[name.size()] = 1;
             }
         }
         for (auto const& record : m_registry.records()) {
@@ -247,8 +248,9 @@ private:
     }
 
     void checkBeginnings(Record const& record, std::string_view name) {
-        for (std::size_t const size : m_lengths) {
-            if (size == 0 || size >= name.size()) {
+        std::size_t const end = std::min(name.size(), m_isLength.size());
+        for (std::size_t size = 1; size < end; ++size) {
+            if (m_isLength[size] == 0) {
                 continue;
             }
             std::string_view const beginning = name.substr(0, size);
@@ -276,7 +278,7 @@ private:
     BasicParser const& m_parser;
     RegisteredOptionStorage const& m_registry = m_parser.registry();
     std::set<std::string> const m_noTags;
-    std::set<std::size_t> m_lengths;  // of all names: no other beginning can be one
+    std::string m_isLength;  // of some name: no other beginning can be one
     std::string m_text;
 };
 

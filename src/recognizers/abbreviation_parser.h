@@ -33,6 +33,9 @@ public:
     /// Whether the name that the last recognize() matched is a boolean's that begins with "no-".
     bool isNegated() const { return m_isNegated; }
 
+    /// Before an argument in a place where another one was.
+    void forgetArgument() { m_split = {}; }
+
 private:
     static constexpr unsigned long kNoOption = ~0UL;
 

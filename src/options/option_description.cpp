@@ -20,7 +20,7 @@ std::string textOf(mosaic2::variant_t const& value) {
 }  // namespace
 
 OptionDescription::~OptionDescription() = default;
-OptionDescription& OptionDescription::operator=(OptionDescription&&) = default;
+OptionDescription& OptionDescription::operator=(OptionDescription&&) noexcept = default;
 
 IOption* OptionDescription::synonym(char const* name) {
     if (name == nullptr) {

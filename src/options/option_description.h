@@ -29,7 +29,7 @@ public:
     [[gnu::cold]] ~OptionDescription() override;
     OptionDescription(OptionDescription const&) = delete;
     OptionDescription& operator=(OptionDescription const&) = delete;
-    OptionDescription& operator=(OptionDescription&&);
+    OptionDescription& operator=(OptionDescription&&) noexcept;
 
     IOption* synonym(char const* name) override;
     IOption* allowValue(mosaic2::variant_t const& value) override;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstdio>
-#include <cstdlib>
 #include <limits>
 #include <optional>
 #include <string>
@@ -156,8 +155,8 @@ inline double shortestDouble(float number) {
          digits < std::numeric_limits<float>::max_digits10; ++digits) {
         char text[32];
         std::snprintf(text, sizeof text, "%.*g", digits, static_cast<double>(number));
-        double const found = std::strtod(text, nullptr);  // reads what this locale writes
-        if (static_cast<float>(found) == number) {
+        double found = 0;  // read and written in the same locale, whichever that is
+        if (std::sscanf(text, "%lf", &found) == 1 && static_cast<float>(found) == number) {
             return found;
         }
     }

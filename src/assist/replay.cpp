@@ -200,7 +200,7 @@ private:
         return false;
     }
 
-    /// Nobody reads these lines back, so they need only be clear.
+    /// These lines are never read back, so they need only be clear.
     void appendDefaults(std::string& text) {
         for (Entry const& entry : m_result.entries()) {
             OptionDescription const* const record = recordOf(entry);

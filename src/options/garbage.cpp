@@ -48,7 +48,7 @@ char* Garbage::roomInNewChunk(std::size_t size) {
     std::size_t const nextChunk = std::clamp(2 * m_chunkSize, kFirstChunk, kLargestChunk);
     bool const isOwnChunk = size > nextChunk / 4;
     internal::reserveMore(m_chunks, 1);
-    m_chunks.emplace_back(new char[isOwnChunk ? size : nextChunk]);
+    internal::emplaceReserved(m_chunks, new char[isOwnChunk ? size : nextChunk]);
     char* const place = m_chunks.back().get();
     if (!isOwnChunk) {
         m_chunkSize = nextChunk;

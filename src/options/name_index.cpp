@@ -244,7 +244,7 @@ void NameIndex::insert(Key key) noexcept {
         m_freeKey = m_keys[number].next;
         m_keys[number] = key;
     } else {
-        m_keys.push_back(key);
+        internal::emplaceReserved(m_keys, key);
     }
     noteChange();
 

@@ -212,7 +212,7 @@ std::string_view RegisteredOptionStorage::commit(SectionChange const& change) no
     } else {
         m_lastSection = static_cast<std::uint32_t>(m_sections.size());
         m_sectionIndex.insert(internal::TextHash::of(change.name), m_lastSection);
-        m_sections.emplace_back(change.name, change.text);
+        internal::emplaceReserved(m_sections, change.name, change.text);
     }
     return change.name;
 }
@@ -220,7 +220,7 @@ std::string_view RegisteredOptionStorage::commit(SectionChange const& change) no
 IOption* RegisteredOptionStorage::append(std::unique_ptr<OptionDescription> record) noexcept {
     record->m_index = static_cast<std::uint32_t>(m_records.size());
     m_actionCount += record->isAction() ? 1 : 0;
-    m_records.push_back(std::move(record));
+    internal::emplaceReserved(m_records, std::move(record));
     m_names.addRecord(*m_records.back());
     return m_records.back().get();
 }
@@ -240,7 +240,7 @@ IOption* RegisteredOptionStorage::replace(unsigned long index,
     if (m_users > 0) {
         place->m_owner = nullptr;
         place.swap(record);
-        m_retired.push_back(std::move(record));
+        internal::emplaceReserved(m_retired, std::move(record));
     } else {
         *place = std::move(*record);
     }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <utility>
 
 namespace varo_3_3::internal {
 
@@ -20,6 +21,16 @@ void reserveMore(Vector& vector, std::size_t count, std::size_t smallest = 1) {
     if (vector.capacity() - vector.size() < count) [[unlikely]] {
         growFor(vector, count, smallest);
     }
+}
+
+/// Adds an element for which there is room. Without this promise each place would carry the code
+/// that grows the vector.
+template <class Vector, class... Arguments>
+auto& emplaceReserved(Vector& vector, Arguments&&... arguments) {
+    if (vector.size() == vector.capacity()) {
+        __builtin_unreachable();
+    }
+    return vector.emplace_back(std::forward<Arguments>(arguments)...);
 }
 
 }  // namespace varo_3_3::internal

@@ -103,7 +103,7 @@ void ParseResult::store(OptionDescription const& option, OptionData const& data)
 
 void ParseResult::storeArgument(std::string_view text, int position) {
     internal::reserveMore(m_arguments, 1);
-    m_arguments.push_back({m_texts.keep(text), position});
+    internal::emplaceReserved(m_arguments, Argument{m_texts.keep(text), position});
 }
 
 std::uint32_t ParseResult::findKey(std::string_view name, std::uint32_t hash) const {
@@ -141,7 +141,7 @@ std::uint32_t ParseResult::findOrAddEntry(OptionDescription const& option) {
         m_keys.reserveMore(1);
         addAliases(option, key, number);
         m_keys.insert(hash, number);
-        Entry& entry = m_entries.emplace_back();
+        Entry& entry = internal::emplaceReserved(m_entries);
         entry.key = key;
         entry.record = &option;
         entry.names = option.m_names.size();
@@ -191,7 +191,7 @@ void ParseResult::addAliases(OptionDescription const& option, std::string_view k
             if (name != key &&
                 (isNew || findAlias(name, internal::TextHash::of(name)) == HashIndex::kNone)) {
                 internal::reserveMore(m_aliases, 1, 16);
-                m_aliases.push_back({keep(name), entry});
+                internal::emplaceReserved(m_aliases, Alias{keep(name), entry});
             }
         }
     } catch (...) {

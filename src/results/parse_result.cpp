@@ -186,10 +186,12 @@ void ParseResult::addAliases(OptionDescription const& option, std::string_view k
     std::size_t const oldSize = m_aliases.size();
     m_aliasIndex.reserveMore(oldSize - m_indexed + option.m_names.size());
     try {
-        for (std::string_view const name : option.m_names) {
-            // The aliases of a new entry are checked only when one is looked up.
-            if (name != key &&
-                (isNew || findAlias(name, internal::TextHash::of(name)) == HashIndex::kNone)) {
+        // The primary name of a new entry is its key; the others are checked only when one is
+        // looked up.
+        for (std::size_t at = isNew ? 1 : 0; at < option.m_names.size(); ++at) {
+            std::string_view const name = option.m_names[at];
+            if (isNew || (name != key &&
+                          findAlias(name, internal::TextHash::of(name)) == HashIndex::kNone)) {
                 internal::reserveMore(m_aliases, 1, 16);
                 internal::emplaceReserved(m_aliases, Alias{keep(name), entry});
             }

@@ -216,6 +216,31 @@ TEST_F(Variants, ReleaseAnObjectOnce) {
     alias.m_type = vtNull;
 }
 
+class Declarer final : public object_t {
+public:
+    explicit Declarer(varo::Parser const& parser) : m_parser(parser) {}
+    void retain() override {}
+    void release() override { m_parser->option("late,l", "Late", vtString, "")->defaultValue(2); }
+
+private:
+    varo::Parser const& m_parser;
+};
+
+TEST_F(Variants, MayDeclareWhereTheirDeclarationIsReplaced) {
+    varo::Parser const parser;
+    Declarer declarer(parser);
+    object_t* const pointer = &declarer;
+    parser
+        ->option("early,e", "Early", vtString, "")
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): the block holds the pointer itself
+        ->defaultValue(block(vtObject, &pointer, sizeof(pointer)));
+    parser->setReplace(true);
+    parser->option("early,e", "New", vtString, "")->defaultValue(1);
+    varo_test::check(parser, {{{}, varo::kSuccess, "", "late", "default s32 2"},
+                              {{}, varo::kSuccess, "", "early", "default s32 1"},
+                              {{"-e=a", "-l=b"}, varo::kSuccess, "", "late", "'b'"}});
+}
+
 std::string g_checks;
 
 TEST_F(Variants, ReportReadsOfAnotherKindAndGoOn) {

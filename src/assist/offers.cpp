@@ -53,8 +53,7 @@ public:
             recognizer != nullptr &&
             recognizer->parse(args, this, m_registry, index, m_warning) == kTaken && args.empty();
         m_isPositional = recognizer == &m_recognizers.positional;
-        m_option =
-            index < m_registry.records().size() ? m_registry.records()[index].get() : nullptr;
+        m_option = index < m_registry.records().size() ? m_registry.records()[index] : nullptr;
         return isTaken;
     }
 
@@ -183,7 +182,7 @@ public:
         std::set<std::string> const& tags = isOpen ? m_possibleTags : action->m_tags;
         // A search looks up each of the tags, which can be those of all actions.
         std::uint32_t const key = registry.names().findExact(name);
-        OptionDescription const* own = registry.records()[registry.names().recordOf(key)].get();
+        OptionDescription const* own = registry.records()[registry.names().recordOf(key)];
         bool const isForAll = own->m_tags.empty();
         if (!registry.names().isAlone(key)) {
             own = registry.find(name, tags);

@@ -72,7 +72,7 @@ public:
 private:
     OptionDescription const* recordOf(Entry const& entry) const {
         std::uint32_t const number = m_parser.registry().names().findRecord(entry.key, {});
-        return number != NameIndex::kNone ? m_parser.registry().records()[number].get() : nullptr;
+        return number != NameIndex::kNone ? m_parser.registry().records()[number] : nullptr;
     }
 
     bool isOptionFile(OptionDescription const& record) const {

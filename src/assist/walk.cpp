@@ -189,7 +189,7 @@ void Walk::keepMessage(WalkedWord& word) {
 /// The record of this number; null when a recognizer found none.
 OptionDescription const* Walk::optionAt(unsigned long index) const {
     OptionRecords const& records = m_parser.registry().records();
-    return index < records.size() ? records[index].get() : nullptr;
+    return index < records.size() ? records[index] : nullptr;
 }
 
 IResultCollector* Walk::collector() {

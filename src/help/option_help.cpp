@@ -94,7 +94,7 @@ public:
         std::size_t longest = 0;
         for (auto const& record : m_registry.records()) {
             if (record->isAction() && m_style.shows(record->m_section)) {
-                internal::addItem(m_entries, 0, record->firstName(), record.get());
+                internal::addItem(m_entries, 0, record->firstName(), record);
                 longest = std::max(longest, record->firstName().size());
             }
         }

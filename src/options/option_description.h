@@ -114,6 +114,6 @@ private:
 };
 
 /// The declarations, in the order they were made.
-using OptionRecords = std::vector<std::unique_ptr<OptionDescription>>;
+using OptionRecords = std::vector<OptionDescription*>;
 
 }  // namespace varo_3_3

@@ -79,6 +79,9 @@ void RegisteredOptionStorage::endUse() noexcept {
     if (--m_users == 0) {
         OptionRecords const retired = std::move(m_retired);  // what it destroys may parse again
         m_retired.clear();
+        for (OptionDescription* const record : retired) {
+            *record = OptionDescription();
+        }
     }
 }
 
@@ -121,11 +124,11 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
         commit(sectionChange);
         return refuse(names, given.count > kMostNames ? kTooManyNames : kLongThirdName);
     }
-    auto record = std::make_unique<OptionDescription>();
+    OptionDescription& record = m_pool.spare();
     if (actions != nullptr) {
-        record->tag(actions);
+        record.tag(actions);
     }
-    std::uint32_t const holder = findOption(given, record->m_tags);
+    std::uint32_t const holder = findOption(given, record.m_tags);
     bool const isFree = holder == NameIndex::kNone;
     if (!isFree && !m_replace) {
         internal::varoLog("Tried to register an option with a name, which is alread registered: ",
@@ -134,30 +137,30 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
         return refuse(names, kNameTaken, holder);
     }
     for (std::string_view const name : given) {
-        record->m_names.add(name, *m_textHolder);
+        record.m_names.add(name, *m_textHolder);
     }
     if (actions != nullptr) {
-        record->m_actions = keep(actions);
+        record.m_actions = keep(actions);
     }
     if (description != nullptr) {
-        record->m_description = keep(description);
+        record.m_description = keep(description);
     }
-    record->m_kind = isAction ? OptionDescription::kAction : OptionDescription::kOption;
-    record->m_type = type;
-    record->m_textHolder = m_textHolder;
+    record.m_kind = isAction ? OptionDescription::kAction : OptionDescription::kOption;
+    record.m_type = type;
+    record.m_textHolder = m_textHolder;
     if (isAction) {
-        record->tag(names);
+        record.tag(names);
     }
-    record->tokenize(m_defaultTokenizer);
+    record.tokenize(m_defaultTokenizer);
 
     internal::reserveMore(m_records, 1, 32);
     if (m_users > 0) {
         internal::reserveMore(m_retired, 1);
     }
-    m_names.reserveMore(*record, record->m_names.size(), record->m_tags.size());
-    record->m_section = commit(sectionChange);
-    record->m_owner = this;
-    return isFree ? append(std::move(record)) : replace(holder, std::move(record));
+    m_names.reserveMore(record, record.m_names.size(), record.m_tags.size());
+    record.m_section = commit(sectionChange);
+    record.m_owner = this;
+    return isFree ? append(record) : replace(holder, record);
 }
 
 /// The first declaration that takes the first of these names that any takes.
@@ -217,32 +220,35 @@ std::string_view RegisteredOptionStorage::commit(SectionChange const& change) no
     return change.name;
 }
 
-IOption* RegisteredOptionStorage::append(std::unique_ptr<OptionDescription> record) noexcept {
-    record->m_index = static_cast<std::uint32_t>(m_records.size());
-    m_actionCount += record->isAction() ? 1 : 0;
-    internal::emplaceReserved(m_records, std::move(record));
-    m_names.addRecord(*m_records.back());
-    return m_records.back().get();
+IOption* RegisteredOptionStorage::append(OptionDescription& record) noexcept {
+    m_pool.useSpare();
+    record.m_index = static_cast<std::uint32_t>(m_records.size());
+    m_actionCount += record.isAction() ? 1 : 0;
+    internal::emplaceReserved(m_records, &record);
+    m_names.addRecord(record);
+    return &record;
 }
 
 /// Puts a record in the place of an earlier one. While records are in use, the earlier one is set
 /// aside whole; otherwise even its address is kept, for hosts that still hold a pointer to it.
-IOption* RegisteredOptionStorage::replace(unsigned long index,
-                                          std::unique_ptr<OptionDescription> record) noexcept {
-    std::unique_ptr<OptionDescription>& place = m_records[index];
+IOption* RegisteredOptionStorage::replace(unsigned long index, OptionDescription& record) noexcept {
+    OptionDescription*& place = m_records[index];
     m_names.removeRecord(*place);
     m_actionCount -= place->isAction() ? 1 : 0;
     if (place->m_hasDefault) {
         m_withDefault.erase(
             std::lower_bound(m_withDefault.begin(), m_withDefault.end(), place->m_index));
     }
-    record->m_index = static_cast<std::uint32_t>(index);
+    record.m_index = static_cast<std::uint32_t>(index);
+    OptionDescription old;  // destroyed last, since what it destroys may declare again
     if (m_users > 0) {
         place->m_owner = nullptr;
-        place.swap(record);
-        internal::emplaceReserved(m_retired, std::move(record));
+        internal::emplaceReserved(m_retired, place);
+        place = &record;
+        m_pool.useSpare();
     } else {
-        *place = std::move(*record);
+        old = std::move(*place);
+        *place = std::move(record);
     }
     m_names.addRecord(*place);
     m_actionCount += place->isAction() ? 1 : 0;
@@ -252,7 +258,7 @@ IOption* RegisteredOptionStorage::replace(unsigned long index,
                          [](auto const& other) { return other->m_isPositional; });
         m_firstPositional = next != m_records.end() ? (*next)->m_index : NameIndex::kNone;
     }
-    return place.get();
+    return place;
 }
 
 }  // namespace varo_3_3

@@ -8,6 +8,7 @@
 #include "options/garbage.h"
 #include "options/name_index.h"
 #include "options/option_description.h"
+#include "options/record_pool.h"
 #include "options/refusals.h"
 
 namespace varo_3_3 {
@@ -48,7 +49,7 @@ public:
     /// there is none.
     OptionDescription const* find(std::string_view name, std::set<std::string> const& tags) const {
         std::uint32_t const number = m_names.findRecord(name, tags);
-        return number != NameIndex::kNone ? m_records[number].get() : nullptr;
+        return number != NameIndex::kNone ? m_records[number] : nullptr;
     }
 
     /// The number of the section with this name. Requires: a declaration has named it.
@@ -93,11 +94,11 @@ private:
     [[gnu::noinline]] std::string_view commit(SectionChange const& change) noexcept;
     std::string_view keep(std::string_view text);
     std::uint32_t findOption(GivenNames const& names, std::set<std::string> const& tags) const;
-    IOption* append(std::unique_ptr<OptionDescription> record) noexcept;
-    [[gnu::cold]] IOption* replace(unsigned long index,
-                                   std::unique_ptr<OptionDescription> record) noexcept;
+    IOption* append(OptionDescription& record) noexcept;
+    [[gnu::cold]] IOption* replace(unsigned long index, OptionDescription& record) noexcept;
 
     char m_defaultTokenizer = ',';
+    RecordPool m_pool;
     OptionRecords m_records;
     Sections m_sections;
     OptionDescription m_placeholder;

@@ -27,7 +27,7 @@ char const* Garbage::keep(char const* text) {
 
 char const* Garbage::keep(std::string_view text) {
     char* const place = room(text.size() + 1);
-    place[text.copy(place, text.size())] = '\0';
+    *std::copy(text.begin(), text.end(), place) = '\0';
     return place;
 }
 

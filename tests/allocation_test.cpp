@@ -511,6 +511,35 @@ TEST(Memory, DoesNotGrowWithRepeatedInput) {
     EXPECT_EQ(outstanding(), first);
 }
 
+#ifndef VARO_GLIBCXX_DEBUG  // there every container allocates
+TEST(Memory, OrdinaryToolsNeedFewAllocations) {
+    varo::Parser const parser;
+    long start = memory::made;
+    for (char const* const names : {"verbose,v", "dry-run,n", "force,f", "quiet,q", "color"}) {
+        parser->option(names, "Whether it does something", mosaic2::vtBool, "");
+    }
+    for (char const* const names : {"level,l", "jobs,j", "depth,d", "limit", "scale,s"}) {
+        parser->option(names, "A number", mosaic2::vtS32, "numbers:Numbers");
+    }
+    for (char const* const names : {"output,o", "include,I", "exclude,X", "format,F", "sort"}) {
+        parser->option(names, "Some text", mosaic2::vtString, "texts:Texts");
+    }
+    parser->option("file", "What to work on", mosaic2::vtString, "")->positional();
+    parser->addOptionFileOption("Reads arguments", "");
+    EXPECT_LE(memory::made - start, 8);
+
+    varo::Result result = parser.createResult();
+    start = memory::made;
+    long const texts = memory::outstandingVariants;
+    char const* const argv[] = {"tool",          "--verbose", "--dry-run", "--force",
+                                "--color",       "--level=3", "--jobs=8",  "--depth=12",
+                                "--output=a",    "--scale=2", "--sort=b",  "--format=c",
+                                "docs/guide.txt"};
+    EXPECT_EQ(parser->parseArgsVector(13, argv, result.interface()), 0);
+    EXPECT_LE(memory::made - start - (memory::outstandingVariants - texts), 2);
+}
+#endif
+
 TEST(FailingMemory, WrappedTextIsWholeOrThrows) {
     exhaust([](Trial& trial, std::string const&) {
         return trial.attempt([&] {

@@ -12,6 +12,7 @@ unsigned sources = 0;
 long countdown = 0;
 bool once = true;
 bool failed = false;
+long made = 0;
 long outstanding = 0;
 long outstandingVariants = 0;
 
@@ -31,6 +32,7 @@ void* allocate(Source source, std::size_t size) noexcept {
         sources = once ? 0 : sources;
         return nullptr;
     }
+    ++made;
     ++outstanding;
     return std::malloc(size != 0 ? size : 1);
 }

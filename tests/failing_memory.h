@@ -10,6 +10,7 @@ extern unsigned sources;          ///< Those that fail once `countdown` has run 
 extern long countdown;            ///< Allocations of these sources that still succeed.
 extern bool once;                 ///< Whether only one allocation fails.
 extern bool failed;               ///< Whether an allocation has failed.
+extern long made;                 ///< Allocations that succeeded, from any source.
 extern long outstanding;          ///< Blocks not yet released, from any source.
 extern long outstandingVariants;  ///< Those of variants alone.
 

@@ -72,6 +72,10 @@ public:
         if (!option.hasValues()) {
             return takesAs(option, dashedName, "");
         }
+        if (option.m_allowedValues.empty() && option.m_deprecatedValues.empty() &&
+            varo_3_3::hasConversion(option.m_type)) {
+            return means(option, dashedName);  // every type has a value that is taken: 0 or 1
+        }
         if (option.m_allowedValues.empty() &&
             (takesAs(option, dashedName, "=1") || takesAs(option, dashedName, "=0"))) {
             return true;
@@ -105,6 +109,18 @@ public:
 
 private:
     static constexpr bool kIsTraced = false;
+
+    /// Whether a parse understands `dashedName`, and whatever is joined to it by "=", as `option`.
+    bool means(OptionDescription const& option, std::string_view dashedName) {
+        std::string_view name;
+        std::string_view value;
+        if (splitOptionValue(dashedName, m_whiteSpace, &name, &value) || name.starts_with('-')) {
+            return false;
+        }
+        std::uint32_t const key = m_registry.names().findMeant(name);
+        return key != NameIndex::kNone &&
+               m_registry.records()[m_registry.names().recordOf(key)] == &option;
+    }
 
     bool takesAs(OptionDescription const& option, std::string& dashedName, std::string_view tail,
                  mosaic2::variant_t const* value = nullptr) {

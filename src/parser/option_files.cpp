@@ -7,34 +7,6 @@
 
 namespace varo_3_3 {
 
-bool isNamed(OptionDescription const& option, std::string_view name) {
-    for (std::string_view const own : option.m_names) {
-        if (own == name) {
-            return true;
-        }
-    }
-    return false;
-}
-
-bool OptionLines::next(std::string_view& argument) {
-    while (!m_rest.empty()) {
-        std::size_t const lineEnd = std::min(m_rest.find('\n'), m_rest.size());
-        std::string_view line = m_rest.substr(0, lineEnd);
-        m_rest.remove_prefix(std::min(lineEnd + 1, m_rest.size()));
-        while (!line.empty() && m_whiteSpace.contains(line.front())) {
-            line.remove_prefix(1);
-        }
-        while (line.ends_with('\r')) {
-            line.remove_suffix(1);
-        }
-        if (!line.empty() && line.front() != ';' && line.front() != '#') {
-            argument = line;
-            return true;
-        }
-    }
-    return false;
-}
-
 /// Counts from the line returned last, so that all calls together read the text once.
 std::size_t OptionLines::numberOf(std::string_view argument, std::size_t /*taken*/) {
     char const* const begin = argument.data();
@@ -52,13 +24,6 @@ void OptionFiles::readFrom(ArgumentList const& args, ArgumentSource const& sourc
     } else {
         m_files[m_current].firstPosition = position;
     }
-}
-
-void OptionFiles::store(OptionDescription const& option, OptionData const& data) {
-    if (namesFiles(option)) {
-        note(data);  // if it cannot be stored, the parse ends, and no file is read
-    }
-    m_result.store(option, data);
 }
 
 void OptionFiles::note(OptionData const& data) {

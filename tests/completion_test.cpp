@@ -111,6 +111,13 @@ TEST(Completion, OffersWhatFitsTheLine) {
     varo::Parser const single = makeTool(varo::kUnknownIsError);
     EXPECT_EQ(offers(single, "-s^"), "word\t-scan\tScan it all\tactions\nend\n");
     EXPECT_EQ(offers(single, "--s^"), "word\t--scan\tScan it all\tactions\nend\n");
+
+    varo::Parser const nameless(varo::kUnknownIsError);
+    nameless->action("run", "", vtNull, "");
+    nameless->option(",size", "", vtU32, "");
+    nameless->modifier(",rate", "run", "", vtU32, "");
+    EXPECT_EQ(offers(nameless, "--run --^"),
+              "part\t--size=\t\toptions\npart\t--rate=\t\toptions\nend\n");
 }
 
 TEST(Completion, AsksTheProgramForValues) {

@@ -198,9 +198,11 @@ public:
         std::set<std::string> const& tags = isOpen ? m_possibleTags : action->m_tags;
         // A search looks up each of the tags, which can be those of all actions.
         std::uint32_t const key = registry.names().findExact(name);
-        OptionDescription const* own = registry.records()[registry.names().recordOf(key)];
+        bool const isNamed = key != NameIndex::kNone;  // the name may be empty
+        OptionDescription const* own =
+            isNamed ? registry.records()[registry.names().recordOf(key)] : registry.find(name, {});
         bool const isForAll = own->m_tags.empty();
-        if (!registry.names().isAlone(key)) {
+        if (!isNamed || !registry.names().isAlone(key)) {
             own = registry.find(name, tags);
         } else if (!isIntersected(own->m_tags, tags)) {
             own = nullptr;

@@ -137,6 +137,11 @@ TEST(Replay, RefusesWhatTheParserDoesNotDeclareOrReadsOtherwise) {
         parse(other, result, {argument});
         EXPECT_STREQ(varo::toOptionFile(parser.interface(), result.interface()), "");
     }
+    varo::Parser const nameless;
+    nameless->modifier(",first", "a", "", vtString, "");
+    nameless->modifier(",second", "b", "", vtString, "");
+    EXPECT_EQ(linesOf(nameless, {"--first=x"}), "--first=x\n");
+    EXPECT_EQ(replay(nameless, {"--second=x"}, varo::kOptionLines), "");
     varo::Result const empty = parser.createResult();
     EXPECT_STREQ(varo::toOptionFile(parser.interface(), nullptr), "");
     EXPECT_STREQ(varo::toOptionFile(nullptr, empty.interface()), "");

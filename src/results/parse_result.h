@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -90,8 +91,8 @@ public:
     /// is none. Unlike a query this moves no iteration.
     int firstOccurrence(std::string_view name, int from) const;
 
-    /// The key of the entry that `name` leads to, if its option was given; else "".
-    std::string_view givenKey(std::string_view name) const;
+    /// The key of the entry that `name` leads to, if its option was given.
+    std::optional<std::string_view> givenKey(std::string_view name) const;
 
     /// All entries, in no particular order, including those with only a default.
     std::vector<GivenOption> givenOptions() const;

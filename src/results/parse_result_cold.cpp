@@ -42,10 +42,10 @@ int ParseResult::firstOccurrence(std::string_view name, int from) const {
     return at < entry.items.size() ? entry.items[at].occurrence : kNoPosition;
 }
 
-std::string_view ParseResult::givenKey(std::string_view name) const {
+std::optional<std::string_view> ParseResult::givenKey(std::string_view name) const {
     std::uint32_t const number = findEntry(name);
     bool const isGiven = number != HashIndex::kNone && !m_entries[number].items.empty();
-    return isGiven ? m_entries[number].key : std::string_view();
+    return isGiven ? std::optional(m_entries[number].key) : std::nullopt;
 }
 
 std::vector<GivenOption> ParseResult::givenOptions() const {

@@ -104,7 +104,8 @@ void World::act() {
         case 11:
             return m_parser->setReplace(number % 2 != 0);
         case 12:
-            REQUIRE(m_parser->allowSimultaneousActions({"a", m_input.text()}) == 1);
+            REQUIRE(m_parser->allowSimultaneousActions({"a", m_input.text()}) == 1 ||
+                    memory::failed);
             break;
         case 13:
             return memory::failAfter(number, 1 + m_input.number(3), m_input.number(2) == 0);
@@ -155,8 +156,12 @@ void World::help() {
 void World::addOrDelete(std::unique_ptr<Handler>& handler) {
     if (handler == nullptr) {
         auto added = std::make_unique<Handler>(*this);
-        REQUIRE(m_parser->addHandler(added.get()) && !m_parser->addHandler(added.get()));
-        handler = std::move(added);
+        if (m_parser->addHandler(added.get())) {
+            REQUIRE(!m_parser->addHandler(added.get()));
+            handler = std::move(added);
+        } else {
+            REQUIRE(memory::failed);
+        }
     } else {
         REQUIRE(m_parser->removeHandler(handler.get()));
         REQUIRE(!m_parser->removeHandler(handler.get()));

@@ -7,6 +7,7 @@
 #include "assist/walk.h"
 #include "platform/join.h"
 #include "platform/lead_sort.h"
+#include "platform/reserve_more.h"
 #include "varo/documents.h"
 #include "varo/printable.h"
 
@@ -106,7 +107,7 @@ private:
         std::vector<Occurrence> occurrences;
         occurrences.reserve(order.size());
         for (internal::Lead const& lead : order) {
-            occurrences.push_back(found[lead.item]);
+            internal::emplaceReserved(occurrences, found[lead.item]);
         }
         return occurrences;
     }

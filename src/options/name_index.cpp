@@ -313,11 +313,12 @@ void NameIndex::sortHeads() {
         return;
     }
     m_sorted.clear();
+    internal::reserveMore(m_sorted, m_keys.size());
     m_earliest.clear();
     m_heads.forEach([this](std::uint32_t number) {
         Key const& key = m_keys[number];
         if (key.tag == nullptr) {
-            m_sorted.push_back({internal::leadOf(key.text), number});
+            internal::emplaceReserved(m_sorted, Lead{internal::leadOf(key.text), number});
         }
     });
     internal::sortByLead(m_sorted, [this](std::uint32_t left, std::uint32_t right) {

@@ -8,6 +8,7 @@
 #include "parser/basic_parser.h"
 #include "platform/join.h"
 #include "platform/lead_sort.h"
+#include "platform/reserve_more.h"
 #include "platform/text_lead.h"
 
 namespace varo_3_3 {
@@ -84,7 +85,7 @@ void sortByName(std::vector<GivenOption>& given) {
 MetActions::MetActions(ActionGroups const& groups) {
     m_allowing.reserve(groups.size());
     for (std::set<std::string> const& group : groups) {
-        m_allowing.push_back(&group);
+        internal::emplaceReserved(m_allowing, &group);
     }
 }
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/lead_sort.h"
+#include "platform/reserve_more.h"
 #include "platform/text_lead.h"
 
 namespace varo_3_3::internal {
@@ -60,7 +61,7 @@ void sortItems(SortItems& items, CompareItems compare) {
     SortItems sorted;
     sorted.reserve(items.size());
     for (Lead const& lead : leads) {
-        sorted.push_back(items[lead.item]);
+        emplaceReserved(sorted, items[lead.item]);
     }
     items.swap(sorted);
 }

@@ -540,6 +540,22 @@ TEST(Memory, OrdinaryToolsNeedFewAllocations) {
 }
 #endif
 
+TEST(Memory, UsesThePlacesOfReplacedDeclarationsAgain) {
+    Host host({}, true);
+    host.m_parser->setReplace(true);
+    host.m_handler.m_reaction = [&](std::string const&) {
+        return host.m_parser->option("list", "", mosaic2::vtString, "") != nullptr;
+    };
+    varo::Result result = host.m_parser.createResult();
+    long const start = memory::outstanding;
+    for (int times = 0; times < 5000; ++times) {
+        host.m_handler.m_texts.clear();
+        host.m_handler.m_events.clear();
+        host.m_parser->parseStream("--run", result.interface());
+    }
+    EXPECT_LT(memory::outstanding - start, 15);  // their texts are kept
+}
+
 TEST(FailingMemory, WrappedTextIsWholeOrThrows) {
     exhaust([](Trial& trial, std::string const&) {
         return trial.attempt([&] {

@@ -56,6 +56,40 @@ TEST(Registry, TracesDuplicatesAndNothingElse) {
               "Tried to register an option with a name, which is alread registered: verbose,v\n");
 }
 
+class DeclaringBuffer final : public std::streambuf {
+public:
+    explicit DeclaringBuffer(varo::Parser const& parser) : m_parser(parser) {}
+
+private:
+    std::streamsize xsputn(char const*, std::streamsize count) override {
+        if (!std::exchange(m_isAsked, true)) {
+            m_parser->option("nested", "", vtBool, "section 8");
+        }
+        return count;
+    }
+
+    varo::Parser const& m_parser;
+    bool m_isAsked = false;
+};
+
+TEST(Registry, MayBeDeclaredIntoWhereItsTraceIsWritten) {
+    varo::Parser const parser;
+    for (int number = 0; number < 7; ++number) {
+        std::string const name = "option" + std::to_string(number);
+        std::string const section = "section " + std::to_string(number);
+        parser->option(name.c_str(), "", vtBool, section.c_str());
+    }
+    DeclaringBuffer buffer(parser);
+    std::streambuf* const old = BRIX::ucout.rdbuf(&buffer);
+    varo_3_3::internal::varoLogEnabled = true;
+    parser->option("option0", "", vtBool, "section 9");
+    varo_3_3::internal::varoLogEnabled = false;
+    BRIX::ucout.rdbuf(old);
+    EXPECT_TRUE(parser->isOptionDeclared("nested", false, "section 8"));
+    std::string const help = parser->getDescription(false);
+    EXPECT_TRUE(help.ends_with("section 6\n\nsection 9\n\nsection 8\n\n")) << help;
+}
+
 TEST(Registry, ReplacesInPlace) {
     varo::Parser const parser(varo::kUnknownIsError);
     parser->option("first,f", "", vtString, "")->positional()->synonym("old")->defaultValue("x");

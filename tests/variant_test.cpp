@@ -216,29 +216,66 @@ TEST_F(Variants, ReleaseAnObjectOnce) {
     alias.m_type = vtNull;
 }
 
-class Declarer final : public object_t {
+/// An object whose release is an action of the test.
+class Releaser final : public object_t {
 public:
-    explicit Declarer(varo::Parser const& parser) : m_parser(parser) {}
+    explicit Releaser(std::function<void()> action) : m_action(std::move(action)) {}
     void retain() override {}
-    void release() override { m_parser->option("late,l", "Late", vtString, "")->defaultValue(2); }
+    void release() override { m_action(); }
+
+    variant_t variant() {
+        object_t* const pointer = this;
+        // NOLINTNEXTLINE(bugprone-sizeof-expression): the block holds the pointer itself
+        return block(vtObject, &pointer, sizeof(pointer));
+    }
 
 private:
-    varo::Parser const& m_parser;
+    std::function<void()> m_action;
 };
 
-TEST_F(Variants, MayDeclareWhereTheirDeclarationIsReplaced) {
+TEST_F(Variants, MayUseTheParserWhenTheirDeclarationIsReplaced) {
     varo::Parser const parser;
-    Declarer declarer(parser);
-    object_t* const pointer = &declarer;
-    parser
-        ->option("early,e", "Early", vtString, "")
-        // NOLINTNEXTLINE(bugprone-sizeof-expression): the block holds the pointer itself
-        ->defaultValue(block(vtObject, &pointer, sizeof(pointer)));
+    Releaser declares([&] { parser->option("late,l", "Late", vtString, "")->defaultValue(2); });
+    parser->option("early,e", "Early", vtString, "")->defaultValue(declares.variant());
     parser->setReplace(true);
     parser->option("early,e", "New", vtString, "")->defaultValue(1);
     varo_test::check(parser, {{{}, varo::kSuccess, "", "late", "default s32 2"},
                               {{}, varo::kSuccess, "", "early", "default s32 1"},
                               {{"-e=a", "-l=b"}, varo::kSuccess, "", "late", "'b'"}});
+
+    // A handler replaces it; the end of the parse releases it, with the parser.
+    varo::IParser* doomed = nullptr;
+    ASSERT_EQ(varo::createParser(&doomed, 0), 0);
+    doomed->setReplace(true);
+    Releaser destroys([&] { std::exchange(doomed, nullptr)->destroy(); });
+    doomed->option("a", "", vtString, "")->defaultValue(destroys.variant());
+    doomed->option("b", "", vtS32, "");
+    varo_test::RecordingHandler handler;
+    handler.m_reaction = [&](std::string const&) {
+        return doomed->option("a", "", vtString, "") != nullptr;
+    };
+    doomed->addHandler(&handler);
+    EXPECT_EQ(doomed->parseStream("-b=1", nullptr), 0);
+    EXPECT_EQ(doomed, nullptr);
+}
+
+TEST_F(Variants, MayParseIntoTheResultThatLosesThem) {
+    varo::Parser const parser;
+    parser->setReplace(true);
+    varo::Result result = parser.createResult();
+    std::string lines;
+    for (int number = 0; number < 40; ++number) {
+        std::string const name = "o" + std::to_string(number);
+        parser->option(name.c_str(), "", vtString, "");
+        lines += "--" + name + "=x\n";
+    }
+    Releaser parses([&] { parser->parseStream(lines.c_str(), result.interface()); });
+    parser->option("a", "", vtString, "")->defaultValue(parses.variant());
+    varo_test::parse(parser, result, {});
+    parser->option("a", "", vtString, "")->defaultValue(5);
+    varo_test::parse(parser, result, {});
+    EXPECT_EQ(varo_test::contents(result, "a"), "default s32 5");
+    EXPECT_EQ(varo_test::contents(result, "o39"), "'x'");
 }
 
 std::string g_checks;

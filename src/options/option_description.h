@@ -100,6 +100,8 @@ public:
     mutable std::uint32_t m_entry = 0;
     mutable std::uint64_t m_stamp = 0;
 
+    OptionDescription* m_nextFree = nullptr;  ///< in the pool, while this is not in use
+
 private:
     DeprecatedValues::const_iterator findDeprecated(mosaic2::variant_t const& value) const;
     [[gnu::cold]] bool replaceDeprecated(std::string_view text, mosaic2::variant_t& value,

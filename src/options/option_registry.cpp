@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <utility>
 
 #include "options/split_list.h"
 #include "platform/reserve_more.h"
@@ -77,10 +78,11 @@ std::uint32_t RegisteredOptionStorage::sectionNumber(std::string_view name) cons
 
 void RegisteredOptionStorage::endUse() noexcept {
     if (--m_users == 0) {
-        OptionRecords const retired = std::move(m_retired);  // what it destroys may parse again
-        m_retired.clear();
-        for (OptionDescription* const record : retired) {
-            *record = OptionDescription();
+        // Destroyed at the end, which may parse again or destroy the parser.
+        std::vector<Retired> const retired = std::exchange(m_retired, {});
+        for (auto const& [place, contents] : retired) {
+            *contents = std::move(*place);
+            m_pool.giveBack(*place);
         }
     }
 }
@@ -131,9 +133,9 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     std::uint32_t const holder = findOption(given, record.m_tags);
     bool const isFree = holder == NameIndex::kNone;
     if (!isFree && !m_replace) {
+        commit(sectionChange);  // first, since the console may be a stream of the host's
         internal::varoLog("Tried to register an option with a name, which is alread registered: ",
                           names);
-        commit(sectionChange);
         return refuse(names, kNameTaken, holder);
     }
     for (std::string_view const name : given) {
@@ -154,13 +156,15 @@ IOption* RegisteredOptionStorage::declare(char const* names, char const* actions
     record.tokenize(m_defaultTokenizer);
 
     internal::reserveMore(m_records, 1, 32);
-    if (m_users > 0) {
+    std::unique_ptr<OptionDescription> aside;
+    if (!isFree && m_users > 0) {
+        aside = std::make_unique<OptionDescription>();
         internal::reserveMore(m_retired, 1);
     }
     m_names.reserveMore(record, record.m_names.size(), record.m_tags.size());
     record.m_section = commit(sectionChange);
     record.m_owner = this;
-    return isFree ? append(record) : replace(holder, record);
+    return isFree ? append(record) : replace(holder, record, std::move(aside));
 }
 
 /// The first declaration that takes the first of these names that any takes.
@@ -231,7 +235,8 @@ IOption* RegisteredOptionStorage::append(OptionDescription& record) noexcept {
 
 /// Puts a record in the place of an earlier one. While records are in use, the earlier one is set
 /// aside whole; otherwise even its address is kept, for hosts that still hold a pointer to it.
-IOption* RegisteredOptionStorage::replace(unsigned long index, OptionDescription& record) noexcept {
+IOption* RegisteredOptionStorage::replace(unsigned long index, OptionDescription& record,
+                                          std::unique_ptr<OptionDescription> aside) noexcept {
     OptionDescription*& place = m_records[index];
     m_names.removeRecord(*place);
     m_actionCount -= place->isAction() ? 1 : 0;
@@ -243,7 +248,7 @@ IOption* RegisteredOptionStorage::replace(unsigned long index, OptionDescription
     OptionDescription old;  // destroyed last, since what it destroys may declare again
     if (m_users > 0) {
         place->m_owner = nullptr;
-        internal::emplaceReserved(m_retired, place);
+        internal::emplaceReserved(m_retired, Retired{place, std::move(aside)});
         place = &record;
         m_pool.useSpare();
     } else {

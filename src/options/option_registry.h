@@ -1,5 +1,6 @@
 #pragma once
 
+#include <memory>
 #include <set>
 #include <string>
 #include <utility>
@@ -85,6 +86,13 @@ private:
     struct GivenNames;
     struct SectionChange;
 
+    /// The place of a record that was replaced while in use, and what its contents go to after
+    /// that.
+    struct Retired {
+        OptionDescription* place;
+        std::unique_ptr<OptionDescription> contents;
+    };
+
     IOption* declare(char const* names, char const* actions, char const* description, bool isAction,
                      mosaic2::das_variant_type_t type, char const* section);
     [[gnu::cold]] IOption* refuse(char const* names, Refusals::Reason reason,
@@ -95,7 +103,8 @@ private:
     std::string_view keep(std::string_view text);
     std::uint32_t findOption(GivenNames const& names, std::set<std::string> const& tags) const;
     IOption* append(OptionDescription& record) noexcept;
-    [[gnu::cold]] IOption* replace(unsigned long index, OptionDescription& record) noexcept;
+    [[gnu::cold]] IOption* replace(unsigned long index, OptionDescription& record,
+                                   std::unique_ptr<OptionDescription> aside) noexcept;
 
     char m_defaultTokenizer = ',';
     RecordPool m_pool;
@@ -112,7 +121,7 @@ private:
     std::uint32_t m_firstPositional = NameIndex::kNone;
     std::size_t m_actionCount = 0;
     std::size_t m_users = 0;
-    OptionRecords m_retired;  // replaced while in use
+    std::vector<Retired> m_retired;
     Refusals m_refusals;
 };
 

@@ -76,8 +76,9 @@ public:
     /// defaults before that applied. Positions come from takePosition().
     template <class TakePosition>
     void applyDefault(RegisteredOptionStorage const& registry, TakePosition takePosition) {
-        for (std::uint32_t const number : registry.withDefault()) {
-            setDefault(*registry.records()[number], takePosition());
+        // By number, since an earlier default that is destroyed may declare another.
+        for (std::size_t at = 0; at < registry.withDefault().size(); ++at) {
+            setDefault(*registry.records()[registry.withDefault()[at]], takePosition());
         }
     }
 

@@ -23,8 +23,9 @@ void ParseResult::setDefault(OptionDescription const& option, int position) {
         earlier.m_value.m_data != option.m_defaultValue.m_value.m_data) {
         m_earlierDefaults.push_back(entry.defaultValue);
     }
-    entry.defaultValue = Value(text, option.m_defaultValue, position);
-    entry.hasDefault = true;
+    Value value(text, option.m_defaultValue, position);
+    std::swap(entry.defaultValue, value);
+    entry.hasDefault = true;  // the earlier one is destroyed last: it may parse into this result
 }
 
 Value ParseResult::defaultOf(std::string_view name) const {
@@ -52,7 +53,7 @@ std::vector<GivenOption> ParseResult::givenOptions() const {
     std::vector<GivenOption> given;
     given.reserve(m_entries.size());
     for (Entry const& entry : m_entries) {
-        given.push_back({entry.key, !entry.items.empty()});
+        internal::emplaceReserved(given, GivenOption{entry.key, !entry.items.empty()});
     }
     return given;
 }

@@ -144,17 +144,8 @@ public:
         plan.flags = static_cast<int>(below(32)) & 0x1E;
         if (oneIn(2)) {
             for (char const* const name : {"scan", "report", "help"}) {
-                plan.declarations.push_back({Planned::kAction,
-                                             name,
-                                             "",
-                                             mosaic2::vtNull,
-                                             {},
-                                             {},
-                                             {},
-                                             "",
-                                             false,
-                                             false,
-                                             true});
+                plan.declarations.push_back(
+                    {.kind = Planned::kAction, .names = name, .type = mosaic2::vtNull});
             }
             plan.together.push_back({"scan", "help"});
         }
@@ -165,52 +156,36 @@ public:
     }
 
     void change(Plan& plan) {
-        Planned& planned =
-            plan.declarations[below(static_cast<unsigned>(plan.declarations.size()))];
-        switch (below(16)) {
-            case 0:
-            case 1:
-            case 2:
-                plan.declarations.push_back(declaration());
-                break;
-            case 3:
-                plan.declarations.insert(plan.declarations.begin(), declaration());
-                break;
-            case 4:
-                plan.flags ^= 2 << below(4);
-                break;
-            case 5:
+        auto const count = static_cast<unsigned>(plan.declarations.size());
+        Planned& planned = plan.declarations[below(count)];
+        std::function<void()> const often[] = {
+            [&] { plan.declarations.push_back(declaration()); },
+            [&] { plan.declarations.push_back(declaration()); },
+            [&] { plan.declarations.push_back(declaration()); },
+            [&] { plan.declarations.insert(plan.declarations.begin(), declaration()); },
+            [&] { plan.flags ^= 2 << below(4); },
+            [&] {
                 plan.together.push_back({"scan", oneIn(2) ? "report" : "help"});
-                break;
-            case 6:
-            case 7:
-                planned.allowed.push_back(value(planned.type));
-                break;
-            case 8:
-                planned.deprecated.emplace_back(value(planned.type), value(planned.type));
-                break;
-            case 9:
-                planned.synonym = name();
-                break;
-            case 10:
-                planned.actions = "scan,report";
-                break;
-            case 11:
-                planned.names += "," + name();
-                break;
-            case 12:
-                planned.isHidden = !planned.isHidden;
-                break;
-            case 13:
-                std::swap(planned, plan.declarations.back());
-                break;
-            case 14:
-                planned.allowed.clear();
-                break;
-            default:
-                changeRarely(plan, planned);
-                break;
-        }
+            },
+            [&] { planned.allowed.push_back(value(planned.type)); },
+            [&] { planned.allowed.push_back(value(planned.type)); },
+            [&] { planned.allowed.clear(); },
+            [&] { planned.deprecated.emplace_back(value(planned.type), value(planned.type)); },
+            [&] { planned.synonym = name(); },
+            [&] { planned.actions = "scan,report"; },
+            [&] { planned.names += "," + name(); },
+            [&] { planned.isHidden = !planned.isHidden; },
+            [&] { std::swap(planned, plan.declarations.back()); },
+        };
+        std::function<void()> const rarely[] = {
+            [&] { planned.isPositional = !planned.isPositional; },
+            [&] { planned.isSplit = !planned.isSplit; },
+            [&] { planned.defaults = {value(planned.type)}; },
+            [&] { planned.kind = Planned::kModifier, planned.actions = "scan"; },
+            [&] { plan.together.clear(); },
+            [&] { std::swap(plan.declarations.front(), planned); },
+        };
+        oneIn(16) ? of(rarely)() : of(often)();
     }
 
     Arguments line(Plan const& plan) {
@@ -222,30 +197,6 @@ public:
     }
 
 private:
-    void changeRarely(Plan& plan, Planned& planned) {
-        switch (below(6)) {
-            case 0:
-                planned.isPositional = !planned.isPositional;
-                break;
-            case 1:
-                planned.isSplit = !planned.isSplit;
-                break;
-            case 2:
-                planned.defaults = {value(planned.type)};
-                break;
-            case 3:
-                planned.kind = Planned::kModifier;
-                planned.actions = "scan";
-                break;
-            case 4:
-                plan.together.clear();
-                break;
-            default:
-                std::swap(plan.declarations.front(), planned);
-                break;
-        }
-    }
-
     std::string word(Plan const& plan) {
         static char const* const kValues[] = {"0",  "1", "2",       "json", "j",
                                               "js", "x", "table,1", "true"};

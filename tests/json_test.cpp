@@ -28,79 +28,8 @@ TEST(Json, TellsEverythingInTheOrderOfTheDeclarations) {
     parser->option("color", "", vtBool, "main")->defaultValue(false);
     parser->addOptionFileOption("", "");
     parser->allowSimultaneousActions({"scan", "help"});
-    EXPECT_EQ(std::string(varo::describeJson(parser.interface())), R"json({
-  "schema": "varo-command-line",
-  "version": 1,
-  "flags": ["unknownIsError", "doubleDashHelp"],
-  "together": [["help", "scan"]],
-  "declarations": [
-    {
-      "kind": "action",
-      "names": [{"name": "scan", "shortest": "s"}, {"name": "s", "shortest": "s"}],
-      "type": "none",
-      "actions": ["s", "scan"],
-      "separator": ",",
-      "positional": false,
-      "hidden": false,
-      "readsFiles": false,
-      "allowed": [],
-      "deprecated": [],
-      "default": null,
-      "description": "Sums up",
-      "section": "main",
-      "sectionText": ""
-    },
-    {
-      "kind": "modifier",
-      "names": [{"name": "by", "shortest": "b"}],
-      "type": "string",
-      "actions": ["report", "scan"],
-      "separator": {"text": "�", "bytes": "e9"},
-      "positional": true,
-      "hidden": true,
-      "readsFiles": false,
-      "allowed": ["a,b", {"type": "double", "text": "1.5"}],
-      "deprecated": [{"value": "old", "replacement": {"type": "s32", "text": "7"}}],
-      "default": "a,b",
-      "description": "",
-      "section": "varo_hidden",
-      "sectionText": ""
-    },
-    {
-      "kind": "option",
-      "names": [{"name": "color", "shortest": "c", "shortestNegation": "n"}],
-      "type": "bool",
-      "actions": [],
-      "separator": ",",
-      "positional": false,
-      "hidden": false,
-      "readsFiles": false,
-      "allowed": [],
-      "deprecated": [],
-      "default": "0",
-      "description": "",
-      "section": "main",
-      "sectionText": ""
-    },
-    {
-      "kind": "option",
-      "names": [{"name": "option-file", "shortest": "o"}],
-      "type": "string",
-      "actions": [],
-      "separator": ",",
-      "positional": false,
-      "hidden": false,
-      "readsFiles": true,
-      "allowed": [],
-      "deprecated": [],
-      "default": null,
-      "description": "",
-      "section": "",
-      "sectionText": ""
-    }
-  ]
-}
-)json");
+    EXPECT_EQ(std::string(varo::describeJson(parser.interface())),
+              varo_test::expected("command_line.json"));
 }
 
 TEST(Json, KeepsEveryByteOfANameAndIsValidForAnyText) {

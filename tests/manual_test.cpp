@@ -120,76 +120,7 @@ TEST(Manual, IsMarkdown) {
     varo::Manual about = aboutSample();
     about.synopsis = "  sample [-r]";
     EXPECT_STREQ(varo::manual(parser.interface(), &about, varo::kManualMarkdown),
-                 R"(# sample
-
-show what a manual looks like
-
-sample 1.2, 2026-11-21
-
-## Synopsis
-
-      sample [-r]
-
-## Description
-
-First line.\
-Second line.
-
-Second paragraph.
-
-      sample --run
-
-End.
-
-## Actions
-
-- `--list=<unsigned integer>`
-
-- `-r`, `--run`
-
-  Runs it.
-
-These may be given together: --list, --run
-
-### Modifiers of --list, --run
-
-- `--depth=<integer>`
-
-  How deep\
-  Default: 3
-
-### Modifiers of --run
-
-- `--input=<string>`
-
-  What to read\
-  Plain arguments are its values.
-
-## Options
-
-- `--format=csv | a\b`
-
-  A -- B\
-  old is deprecated and replaced by csv
-
-### General
-
-About\
-all
-
-- `-c`, `--color`, `--no-color`
-
-  Colours \| \<all\>\
-  Default: --no-color
-
-- `--trace`
-
-  No visible action
-
-## Exit status
-
-0 or 1
-)");
+                 varo_test::expected("manual.md").c_str());
 }
 
 TEST(Manual, WithoutActionsThereIsOneCommandLine) {

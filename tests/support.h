@@ -158,6 +158,12 @@ private:
     std::streambuf* m_old;
 };
 
+/// What a text should be, from a file beside the tests.
+inline std::string expected(char const* file) {
+    std::ifstream stream(std::string(VARO_TEST_EXPECTED "/") + file);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
 /// Adds a facet to the global C++ locale while it lives.
 class GlobalFacet {
 public:

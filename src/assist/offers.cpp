@@ -74,7 +74,7 @@ public:
         }
         if (option.m_allowedValues.empty() && option.m_deprecatedValues.empty() &&
             varo_3_3::hasConversion(option.m_type)) {
-            return means(option, dashedName);  // every type has a value that is taken: 0 or 1
+            return means(option, dashedName);  // all take 0 and 1; one is no separator
         }
         if (option.m_allowedValues.empty() &&
             (takesAs(option, dashedName, "=1") || takesAs(option, dashedName, "=0"))) {
@@ -110,7 +110,8 @@ public:
 private:
     static constexpr bool kIsTraced = false;
 
-    /// Whether a parse understands `dashedName`, and whatever is joined to it by "=", as `option`.
+    /// Whether a parse understands `dashedName` as `option`. A name that holds what separates names
+    /// from values cannot be typed.
     bool means(OptionDescription const& option, std::string_view dashedName) {
         std::string_view name;
         std::string_view value;

@@ -4,7 +4,7 @@
 
 namespace varo_3_3 {
 
-// What every line of a text or an option file runs through.
+// What every line runs through, and every option while files may be read.
 
 bool OptionLines::next(std::string_view& argument) {
     while (!m_rest.empty()) {

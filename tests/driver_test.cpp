@@ -145,6 +145,13 @@ AbbreviationParser: failed to get best match for 'fi' in argument '--fi':Ambiguo
 AbbreviationParser: parsing argument '--fi'
 AbbreviationParser: Ambiguous option 'fi' in argument: '--fi', could be: 'file', 'fill'
 )");
+    Console const second;
+    varo::Result plain = parser.createResult();
+    EXPECT_EQ(parse(varo::Parser(), plain, {"varooption=varologenable=1", "--", "p", "q"}),
+              kSuccess);
+    EXPECT_EQ(second.text(), R"(collectNonparsingArguments: stored argument: 'p'
+collectNonparsingArguments: stored argument: 'q'
+)");
 }
 
 TEST(Trace, NeedsNoConsole) {

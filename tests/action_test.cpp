@@ -8,6 +8,8 @@ using namespace varo_test;
 void declareActions(varo::Parser const& parser) {
     parser->action("scan,s", "", vtNull, "");
     parser->action("report", "", vtNull, "");
+    parser->action("report-by-name", "", vtNull, "");
+    parser->action("report-by-size", "", vtNull, "");
     parser->action("clean", "", vtBool, "");
     parser->option("verbose", "", vtBool, "");
     parser->modifier("depth", "s", "", vtS32, "");
@@ -42,6 +44,9 @@ TEST(Actions, OneAtATimeWithItsModifiers) {
            {{"--clean", "--sort=x"}, kParseError, refused("clean", "sort")},
            // The order of names matters, not that of the arguments.
            {{"--scan", "--report"}, kParseError, onlyOne("scan", "report")},
+           {{"--report-by-s", "--report-by-n"},
+            kParseError,
+            onlyOne("report-by-size", "report-by-name")},
            {{"--report", "--scan", "--clean"}, kParseError, onlyOne("report", "clean")}});
     // Given by two names, it is still one action.
     varo::Parser const other;

@@ -277,6 +277,7 @@ TEST_F(Handlers, SwitchTheTraceOn) {
 TEST_F(Handlers, ParseAgain) {
     varo::Result other = m_parser.createResult();
     once(0, "value list=a", [&] {
+        EXPECT_EQ(varo_test::parse(varo::Parser(), m_result, {"x"}), kRefused);  // has no "level"
         EXPECT_EQ(varo_test::parse(m_parser, other, {"--level=2", "--list=c", "--", "inner"}),
                   kSuccess);
         EXPECT_EQ(parse({"--level=3", "--list=d", "-x"}), kParseError);

@@ -75,6 +75,10 @@ TEST(ErrorOrigin, TellsTheChainOfFiles) {
               deep + ":2, from argument 2");
     EXPECT_EQ(origin(parser, {"--option-file=" + directory.write("bad", "\n--option-file=none")}),
               directory.path("bad") + ":2, from argument 1");
+    varo::Parser const withDefault(varo::kUnknownIsError);
+    withDefault->option("option-file", "", vtString, "")->defaultValue(inner.c_str());
+    withDefault->addOptionFileOption("", "");
+    EXPECT_EQ(origin(withDefault, {"--"}), inner + ":3, from a default");
     // In a file that was read before others.
     std::string const last = directory.write("last", "--report\n");
     EXPECT_EQ(origin(parser, {"--report", "--option-file=" + deep, "--option-file=" + last}),

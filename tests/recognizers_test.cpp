@@ -67,6 +67,12 @@ TEST(Recognizers, LeaveAnArgumentThatFailsWhereItIs) {
         EXPECT_EQ(list[0], argument);
         EXPECT_TRUE(result.givenOptions().empty());
     }
+    ArgumentList list("word");
+    RegisteredOptionStorage none(&garbage);
+    std::string text;
+    unsigned long index = 0;
+    EXPECT_EQ(positional.parse(list, nullptr, none, index, text), kArgumentError);
+    EXPECT_EQ(text, "Unknown option 'word'");
 }
 
 TEST(Recognizers, PositionsStopBeforeTheHighest) {

@@ -165,7 +165,7 @@ TEST_F(ParseResult, NamesAreKnownWhole) {
 }
 
 TEST_F(ParseResult, KeysComeBeforeSynonyms) {
-    m_parser->option("one,two", "", vtS32, "");
+    m_parser->option("one", "", vtS32, "")->synonym("uno")->synonym("two");
     varo::Parser const other;
     other->option("two", "", vtS32, "");
     parse({"--one=1"});
@@ -179,6 +179,17 @@ TEST_F(ParseResult, KeysComeBeforeSynonyms) {
     EXPECT_EQ(other->parseStream("--two=2", m_result.interface()), kSuccess);
     parse({"--one=1"});
     EXPECT_EQ(contents(m_result, "two"), "s32 2 s32 1");
+}
+
+TEST_F(ParseResult, MustBelongToTheParser) {
+    varo::Parser const other;
+    other->option("two", "", vtS32, "");
+    m_result = other.createResult();
+    EXPECT_EQ(other->parseStream("--two=2", m_result.interface()), kSuccess);
+    // An option that is met twice, before and after another, must not count for two.
+    for (char const* const text : {"--n=1", "--n=1\n--list=a\n--n=2"}) {
+        EXPECT_EQ(m_parser->parseStream(text, m_result.interface()), kRefused);
+    }
 }
 
 TEST_F(ParseResult, FurtherParsesAddToIt) {

@@ -295,8 +295,12 @@ TEST(FailingMemory, SynonymsAreAddedOrNot) {
             }
             EXPECT_TRUE(parser->isOptionDeclared(name.c_str(), false, nullptr));
         }
+        varo::Result result = parser.createResult();
+        int code = 0;
+        trial.attempt([&] { code = parser->parseStream("--first", result.interface()); });
+        EXPECT_EQ(result.has("a"), code == kSuccess);
         trial.m_notes = parser->getDescription(false);
-        return true;
+        return code == kSuccess;
     });
 }
 

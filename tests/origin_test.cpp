@@ -37,9 +37,12 @@ TEST(ErrorOrigin, TellsTheArgument) {
     EXPECT_EQ(origin(parser, {"--scan", "a", "--report"}), "argument 3");
     EXPECT_EQ(origin(parser, {"a"}), "");  // no action: no argument is to blame
     EXPECT_EQ(origin(parser, {"a", "--option-file", "missing"}), "argument 2");
-    varo::Result result = parser.createResult();
-    EXPECT_EQ(parse(parser, result, {"--scan"}), varo::kSuccess);
-    EXPECT_STREQ(varo::errorOrigin(parser.interface()), "");
+    for (Arguments const& fitting : {Arguments{}, Arguments{"--scan"}}) {
+        EXPECT_EQ(origin(parser, {"--none"}), "argument 1");
+        varo::Result result = parser.createResult();
+        EXPECT_EQ(parse(parser, result, fitting), varo::kSuccess);
+        EXPECT_STREQ(varo::errorOrigin(parser.interface()), "");
+    }
     EXPECT_STREQ(varo::errorOrigin(nullptr), "");
 
     varo::Parser const strict = makeTool(varo::kPositionalAfterMarker | varo::kTakeTheRest);
@@ -49,6 +52,9 @@ TEST(ErrorOrigin, TellsTheArgument) {
     strict->addHandler(&handler);
     EXPECT_EQ(origin(strict, {"--scan", "--", "a", "b", "c"}), "argument 5");
     EXPECT_EQ(origin(strict, {"--scan", "a", "--", "c"}), "argument 4");
+    handler.m_reaction = [](std::string const&) -> bool { throw std::bad_alloc(); };
+    EXPECT_EQ(strict->parseStream("--scan", nullptr), varo::kUnidentifiedProblem);
+    EXPECT_STREQ(varo::errorOrigin(strict.interface()), "");
 }
 
 TEST(ErrorOrigin, TellsTheLineOfAText) {
@@ -83,6 +89,8 @@ TEST(ErrorOrigin, TellsTheChainOfFiles) {
     std::string const last = directory.write("last", "--report\n");
     EXPECT_EQ(origin(parser, {"--report", "--option-file=" + deep, "--option-file=" + last}),
               deep + ":2, from argument 2");
+    EXPECT_EQ(origin(parser, {"--report", "--option-file=" + last, "--option-file=" + deep}),
+              deep + ":2, from argument 3");
 }
 
 TEST(ErrorOrigin, FollowsAThousandFiles) {

@@ -130,6 +130,7 @@ TEST(ValueIntake, SplitsAtTheSeparatorAndDropsEmptyPieces) {
     parser->option("equals", "", vtString, "")->tokenize('=');
     parser->option("dash", "", vtString, "")->tokenize('-');
     parser->option("byte", "", vtString, "")->tokenize('\xa4');
+    parser->option("control", "", vtString, "")->tokenize('\1');
     check(parser,
           {{{"--list=a,,b,"}, kSuccess, "", "list", "'a' 'b'"},
            {{"--list", ",a b"}, kSuccess, "", "list", "'a b'"},
@@ -138,6 +139,7 @@ TEST(ValueIntake, SplitsAtTheSeparatorAndDropsEmptyPieces) {
            {{"--equals=a=b"}, kSuccess, "", "equals", "'a' 'b'"},
            {{"--dash=-a-b"}, kSuccess, "", "dash", "'a' 'b'"},
            {{"--byte=x\xc3\xa4y"}, kSuccess, "", "byte", "'x\xc3' 'y'"},
+           {{"--control=x\1y"}, kSuccess, "", "control", "'x' 'y'"},
            // One bad piece refuses the occurrence; earlier occurrences stay.
            {{"--n=1", "--n=2,x"},
             kParseError,

@@ -149,8 +149,14 @@ AbbreviationParser: Ambiguous option 'fi' in argument: '--fi', could be: 'file',
     varo::Result plain = parser.createResult();
     EXPECT_EQ(parse(varo::Parser(), plain, {"varooption=varologenable=1", "--", "p", "q"}),
               kSuccess);
+    EXPECT_EQ(parse(varo::Parser(varo::kPositionalAfterMarker), plain,
+                    {"varooption=varologenable=1", "--", "r"}),
+              kSuccess);
     EXPECT_EQ(second.text(), R"(collectNonparsingArguments: stored argument: 'p'
 collectNonparsingArguments: stored argument: 'q'
+collectNonparsingArguments: stored argument: 'r'
+PositionalOptionsParser: recognizing argument 'r'
+collectNonparsingArguments: recognize result: 1, message: 
 )");
 }
 

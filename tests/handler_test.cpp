@@ -314,6 +314,7 @@ TEST_F(Handlers, ThrowThroughTheParse) {
         EXPECT_STREQ(m_parser.error(), "Unidentified problem detected.");
         once(1, event, []() -> bool { throw 42; });
         EXPECT_THROW(parse({"--list=b", "--level=1", "-x"}), int);
+        EXPECT_STREQ(m_parser.error(), "");
         EXPECT_EQ(m_parser->parseStream("--list=c\n", m_result.interface()), kSuccess);
         EXPECT_STREQ(m_parser.error(), "");
         EXPECT_EQ(contents(m_result, "list"), "'a' 'b' 'c'");

@@ -268,9 +268,11 @@ TEST(Defaults, OfEarlierParsesKeepTheirTexts) {
     varo::Result result = parser.createResult();
     EXPECT_EQ(parse(parser, result, {}), kSuccess);
     char const* const text = result.interface()->get("mode", 0, 1).as<char const*>();
+    int const position = result.interface()->get("mode", 0, 1).position();
     option->defaultValue("second");
     EXPECT_EQ(parse(parser, result, {}), kSuccess);
     EXPECT_EQ(contents(result, "mode"), "default 'second'");
+    EXPECT_LT(position, result.interface()->get("mode", 0, 1).position());
     EXPECT_STREQ(text, "first");
 }
 

@@ -42,6 +42,8 @@ TEST(Recognizers, LeaveAnArgumentThatFailsWhereItIs) {
     varo_3_3::internal::WhiteSpace whiteSpace;
     AbbreviationParser dashed(nullptr, &garbage, 0, whiteSpace);
     PositionalOptionsParser positional(nullptr, &garbage, 0);
+    EXPECT_EQ(dashed.getPriority(), -10);
+    EXPECT_EQ(positional.getPriority(), -100);
     struct Row {
         IArgumentParser& recognizer;
         std::string_view argument;
@@ -75,7 +77,10 @@ TEST(Recognizers, LeaveAnArgumentThatFailsWhereItIs) {
     EXPECT_EQ(text, "Unknown option 'word'");
 }
 
-TEST(Recognizers, PositionsStopBeforeTheHighest) {
+int const first = IArgumentParser::m_idx;  // before any test has run
+
+TEST(Recognizers, PositionsStartAtZeroAndStopBeforeTheHighest) {
+    EXPECT_EQ(first, 0);
     int const saved = IArgumentParser::m_idx;
     IArgumentParser::m_idx = varo::kNoPosition - 3;
     varo::Parser const parser(varo::kPositionalAfterMarker);

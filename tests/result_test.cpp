@@ -244,12 +244,15 @@ TEST(ItemList, OwnsWhatItTakesOver) {
     };
     for (int const count : {1, 2, 9}) {
         varo_3_3::ItemList list;
-        for (int position = 0; position < count; ++position) {
-            varo_3_3::NewValue value{"typed", text, position};
-            list.reserveMore(1);
-            list.append(value, position);
-            EXPECT_EQ(value.value.m_type, vtNull);
-        }
+        auto const fill = [&] {
+            for (int position = 0; position < count; ++position) {
+                varo_3_3::NewValue value{"typed", text, position};
+                list.reserveMore(1);
+                list.append(value, position);
+                EXPECT_EQ(value.value.m_type, vtNull);
+            }
+        };
+        fill();
         EXPECT_EQ(references(), 1 + count);
         varo_3_3::ItemList moved = std::move(list);
         EXPECT_EQ(moved.size(), static_cast<unsigned>(count));
@@ -258,6 +261,8 @@ TEST(ItemList, OwnsWhatItTakesOver) {
         EXPECT_EQ(show(copy.value()) + copy.text() + std::to_string(copy.position()),
                   "'shared'typed7");
         EXPECT_EQ(references(), 2 + count);
+        fill();  // again, after it was emptied
+        EXPECT_EQ(references(), 2 + 2 * count);
     }
     EXPECT_EQ(references(), 1);
 }

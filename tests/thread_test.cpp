@@ -6,6 +6,7 @@
 #include <atomic>
 #include <thread>
 
+#include "recognizers/positions.h"
 #include "support.h"
 
 namespace {
@@ -72,6 +73,11 @@ TEST(Threads, ParseAtOnceWithAscendingPositions) {
         thread.join();
     }
     BRIX::ucout.rdbuf(old);
+
+    int next = varo::kNoPosition - 2;  // from the first thread on, positions are taken atomically
+    EXPECT_EQ(varo_3_3::internal::takePosition(next), varo::kNoPosition - 2);
+    EXPECT_EQ(varo_3_3::internal::takePosition(next), varo::kNoPosition - 1);
+    EXPECT_EQ(varo_3_3::internal::takePosition(next), varo::kNoPosition - 1);
 }
 
 /// Waits forever in the middle of a line.

@@ -126,7 +126,7 @@ TEST(Trace, ShowsAmbiguityAndPlainArguments) {
     Console const console;
     varo::Result result = parser.createResult();
     EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", "--", "p"}), kSuccess);
-    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", "--fi"}), kParseError);
+    EXPECT_EQ(parse(parser, result, {"varooption=varologenable=1", "--fi", "p"}), kParseError);
     EXPECT_EQ(console.text(), R"(collectNonparsingArguments: stored argument: 'p'
 PositionalOptionsParser: recognizing argument 'p'
 collectNonparsingArguments: recognize result: 0, message: 

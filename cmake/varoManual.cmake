@@ -16,7 +16,7 @@ function(varo_install_manual target)
     endif()
     set(page ${CMAKE_CURRENT_BINARY_DIR}/${name}.${manual_SECTION})
     string(CONCAT reason "${name} wrote no manual page. If it ended with status 2, its varo::Manual "
-        "lacks a name, a summary or a date, or has a date that is none.")
+        "lacks a name, a summary or a date, or its date is not valid.")
     add_custom_command(OUTPUT ${page}
         COMMAND ${target} varooption=manual man > ${page} ||
             sh -c "rm -f \"$1\" && echo \"$2\" >&2 && false" sh ${page} ${reason}

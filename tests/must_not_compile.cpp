@@ -40,7 +40,7 @@ void program(varo::Parser& parser, varo::Result& result) {
     parser.option<int>("x", "").allow(1, 2.5);               // The option is an integer
     parser.option<std::string>("x", "").allow("a", 1);       // The option is a text
     (void)parser.option<Shape>("x", "").defaultValue(0);     // The option is another enumeration
-    parser.option<Shape>("x", "").allow(Shape::kCircle);     // is said by its type
+    parser.option<Shape>("x", "").allow(Shape::kCircle);     // The type already says
     parser.option<void>("x", "").positional();               // The option takes no value
     parser.option<Unheard>("x", "");                         // No type for an option
     parser.option<char>("x", "");                            // No type for an option

@@ -55,8 +55,9 @@ VARO_EXPORT char const* suggestion(IParser* parser);
 ///     weekly.options:3: '--limits=5' is wrong: Unknown option: --limits=5
 ///
 /// A last line "all together: ..." tells when the options and actions do not fit together. Handlers
-/// are not called. The text is safe for a terminal; long words are cut. "" for no arguments, and
-/// when a pointer is null. Since 3.3.1.
+/// are not called, and so neither a Conversion nor the check of types narrower than int. The text
+/// is safe for a terminal; long words are cut. "" for no arguments, and when a pointer is null.
+/// Since 3.3.1.
 VARO_EXPORT char const* explanation(IParser* parser, int argc, char const* const* argv);
 
 }  // namespace varo_3_3

@@ -15,8 +15,9 @@ namespace varo_3_3 {
 class VARO_EXPORT ValueOffers {
 public:
     /// Offers a value with its description, which may be null. A value is left out when it is null
-    /// or "", does not begin with the typed text, would be refused or called deprecated by a parse,
-    /// or has control characters. May throw std::bad_alloc, which the source must let through.
+    /// or "", does not begin with the typed text, would be refused by the parser itself (handlers
+    /// and Conversions are not asked), is deprecated, or has control characters. May throw
+    /// std::bad_alloc, which the source must let through.
     virtual void value(char const* text, char const* description) = 0;
 
     /// Has the shell offer files, or only directories. Files win when both are called.
@@ -101,7 +102,7 @@ inline std::optional<int> answerShell(Parser const& parser, int argc, char const
     return internal::printAnswer(completion(parser.interface(), argc, argv, source));
 }
 
-/// The same for a program that gives its documents as well, to who packs it or builds it:
+/// The same for a program that gives its documents as well, to whoever packages or builds it:
 ///
 ///     TOOL varooption=manual man          manual(parser, &about, kManualPage)
 ///     TOOL varooption=manual markdown     manual(parser, &about, kManualMarkdown)

@@ -113,7 +113,7 @@ VARO_EXPORT char const* describeJson(IParser* parser);
 ///     about.summary = "sum up the files of a directory";
 ///     about.date = "2026-11-21";
 ///
-/// answerShell in varo/completion.h takes it, so that who packs the program gets its documents.
+/// answerShell in varo/completion.h takes it, so whoever packages the program gets its documents.
 struct Manual {
     int size = sizeof(Manual);          ///< lets the library know which members are there
     int section = 1;                    ///< of the manual, 1 to 9

@@ -74,7 +74,7 @@ public:
     template <class... Given>
     Handle allow(Given const&... values) const {
         static_assert(!internal::hasWords<Type> && !internal::hasConversion<Type>,
-                      "What the option accepts is said by its type.");
+                      "The type already says what the option accepts.");
         refine([&] { (m_option->allowValue(internal::write<Type>(values)), ...); });
         return *this;
     }

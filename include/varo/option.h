@@ -45,7 +45,7 @@ public:
     virtual IOption* tokenize(char separator) = 0;
 
     /// Makes the option take the arguments that belong to no dashed option as its values. The first
-    /// positional declaration takes all of them; positional declarations do not appear in help.
+    /// positional declaration takes all of them. getDescription() shows no positional declaration.
     virtual IOption* positional() = 0;
 
     /// Adds tags from a list separated by commas: names of actions that the modifier belongs to.

@@ -17,8 +17,8 @@
 
 namespace varo_3_3 {
 
-// The whole front of a program, from argv to a result. A host that wants other words takes the
-// pieces: they are in this header and in varo/assist.h. Since 3.3.1.
+// All that comes before a program's own work, from argv to a result. A host that wants other words
+// calls the functions below and those of varo/assist.h. Since 3.3.1.
 
 namespace internal {
 
@@ -30,8 +30,7 @@ inline bool isEmphasisWanted() {
            std::strcmp(terminal, "dumb") != 0 && (noColor == nullptr || *noColor == '\0');
 }
 
-/// Whether every declaration of this name is there or not, or a switch: what has values is the
-/// program's own.
+/// Whether every declaration of this name is void or bool; one with values is left to the program.
 inline bool isSwitch(Parser const& parser, std::string_view name) {
     Declaration const* each = nullptr;
     while ((each = nextDeclaration(parser.interface(), each)) != nullptr) {
@@ -208,13 +207,13 @@ Result withMemory(char const* /*name*/, Work work) {
 ///         varo::Result const result = varo::parseOrExit(parser, about, argc, argv);
 ///         ...
 ///
-/// - who asks for completions or for the program's documents is answered, as answerShell does with
+/// - a request for completions or for the program's documents is answered, as answerShell does with
 ///   `about` and `values`;
 /// - "help", where an option or action of this name is declared and asked for, ends the program
 ///   with the status that `showHelp(result)` returns, and "version" prints the name and version;
-///   status 0, or 2 when standard output cannot be written. Both also beside any mistake, as
-///   isAskedFor has it; the result then holds what came before. In an option file, they count when
-///   the parse succeeds. Neither where the declaration takes a value;
+///   status 0, or 2 when standard output cannot be written. Both work even if the line is wrong
+///   (see isAskedFor); the result then holds what came before. In an option file, they count when
+///   the parse succeeds. A declaration that takes a value is left to the program;
 /// - a parse that fails prints failureText() on standard error; status 2, or 1 after
 ///   kUnidentifiedProblem, which is no mistake of the user's;
 /// - without memory, also in `showHelp`, "tool: Out of memory." goes to standard error; status 1.

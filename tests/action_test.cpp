@@ -1,3 +1,4 @@
+#include "parser/basic_parser.h"
 #include "support.h"
 
 namespace {
@@ -99,6 +100,9 @@ TEST(Actions, GroupsMayBeGivenTogether) {
                    // The action that is last by name decides about modifiers.
                    {{"--scan", "--report", "--depth=1"}, kSuccess, ""},
                    {{"--scan", "--report", "--format=x"}, kParseError, refused("scan", "format")}});
+    auto const& own = static_cast<varo_3_3::BasicParser const&>(*parser.interface());
+    EXPECT_TRUE(own.assertActionsCanBeUsedSimultaneously({"scan", "zoo"}));
+    EXPECT_FALSE(own.assertActionsCanBeUsedSimultaneously({"scan", "clean"}));
     parser->allowSimultaneousActions({"clean", "report"});
     check(parser, {{{"--clean", "--report", "--scan"}, kParseError, onlyOne("scan", "report")}});
 }

@@ -77,10 +77,10 @@ TEST(Recognizers, LeaveAnArgumentThatFailsWhereItIs) {
     EXPECT_EQ(text, "Unknown option 'word'");
 }
 
-int const first = IArgumentParser::m_idx;  // before any test has run
+int const kStart = IArgumentParser::m_idx;  // before any test has run
 
 TEST(Recognizers, PositionsStartAtZeroAndStopBeforeTheHighest) {
-    EXPECT_EQ(first, 0);
+    EXPECT_EQ(kStart, 0);
     int const saved = IArgumentParser::m_idx;
     IArgumentParser::m_idx = varo::kNoPosition - 3;
     varo::Parser const parser(varo::kPositionalAfterMarker);
